@@ -1,0 +1,44 @@
+#include "chart/chartrenderer.h"
+
+#include "chart/ichartarea.h"
+#include "plotters/iplotter.h"
+
+#include <QtGui/QOpenGLContext>
+#include <QtGui/QOpenGLFunctions>
+#include <QtOpenGL/QOpenGLFramebufferObject>
+
+ChartRenderer::~ChartRenderer() = default;
+
+QOpenGLFramebufferObject *ChartRenderer::createFramebufferObject(const QSize &size)
+{
+    if (!IPlotter::programsBuilt())
+        IPlotter::buildPrograms();
+    QOpenGLFramebufferObjectFormat format;
+    format.setAttachment(QOpenGLFramebufferObject::NoAttachment);
+    format.setSamples(0);
+    return new QOpenGLFramebufferObject(size, format);
+}
+
+void ChartRenderer::synchronize(QQuickFramebufferObject *quickItem)
+{
+    if (!item) {
+        item = static_cast<IChartArea *>(quickItem);
+        gate = item->renderGate();
+    }
+    item->synchronizePlotters();
+}
+
+void ChartRenderer::render()
+{
+    QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
+    gl->glClearColor(0, 0, 0, 0);
+    gl->glClear(GL_COLOR_BUFFER_BIT);
+    gl->glEnable(GL_BLEND);
+    gl->glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE_MINUS_DST_ALPHA, GL_ONE);
+    gl->glBlendEquation(GL_FUNC_ADD);
+    if (!gate)
+        return;
+    QMutexLocker locker(&gate->mutex);
+    if (gate->chart)
+        gate->chart->renderPlotters();
+}

@@ -1,0 +1,254 @@
+#include "chart/ichartarea.h"
+
+#include "chart/chartrenderer.h"
+#include "plotters/iplotter.h"
+#include "plugin/vexalutils.h"
+
+#include <QtCore/QThread>
+
+#include <algorithm>
+
+//-----------------------------------------------------------------------------
+// [SECTION] Construction
+//-----------------------------------------------------------------------------
+
+IChartArea::IChartArea(QQuickItem *parent)
+    : QQuickFramebufferObject(parent)
+    , m_gate(std::make_shared<ChartRenderGate>())
+{
+    m_gate->chart = this;
+    // Plotters put value 0 at clip y = +1, which the unmirrored framebuffer
+    // shows on the item's bottom edge.
+    setMirrorVertically(false);
+}
+
+IChartArea::~IChartArea()
+{
+    closeRenderGate();
+    const QList<IPlotter *> attached = m_plotter;
+    for (IPlotter *p : attached)
+        p->forgetChart(this);
+}
+
+void IChartArea::closeRenderGate()
+{
+    QMutexLocker locker(&m_gate->mutex);
+    m_gate->chart = nullptr;
+}
+
+QQuickFramebufferObject::Renderer *IChartArea::createRenderer() const
+{
+    return new ChartRenderer;
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Properties
+//-----------------------------------------------------------------------------
+
+void IChartArea::setChartRect(const QRectF &rect)
+{
+    if (Vexal::sameRect(m_chartRect, rect))
+        return;
+    m_chartRect = rect;
+    emit chartRectChanged();
+}
+
+void IChartArea::setAdaptAreaToPlotters(bool adapt)
+{
+    if (m_adaptAreaToPlotters == adapt)
+        return;
+    m_adaptAreaToPlotters = adapt;
+    emit adaptAreaToPlottersChanged();
+}
+
+void IChartArea::setPlotter(const QList<IPlotter *> &plotters)
+{
+    if (m_plotter == plotters)
+        return;
+    {
+        QMutexLocker locker(&m_gate->mutex);
+        m_plotter = plotters;
+    }
+    for (IPlotter *p : plotters)
+        watchLifetime(p);
+    emit plotterChanged();
+    requestUpdate();
+}
+
+void IChartArea::setShouldUpdate(bool shouldUpdate)
+{
+    if (m_shouldUpdate == shouldUpdate)
+        return;
+    m_shouldUpdate = shouldUpdate;
+    emit shouldUpdateChanged();
+}
+
+void IChartArea::setUpdateIntervalMs(uint intervalMs)
+{
+    m_updateIntervalMs = intervalMs;
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Plotter list
+//-----------------------------------------------------------------------------
+
+void IChartArea::addPlotter(IPlotter *plotter)
+{
+    if (!plotter) {
+        qWarning("IChartArea::addPlotter: a null plotter was ignored");
+        return;
+    }
+    if (m_plotter.contains(plotter))
+        return;
+    {
+        QMutexLocker locker(&m_gate->mutex);
+        m_plotter.append(plotter);
+    }
+    watchLifetime(plotter);
+    plotter->setChartArea(this);
+    emit plotterChanged();
+    requestUpdate();
+}
+
+void IChartArea::removePlotter(IPlotter *plotter)
+{
+    {
+        QMutexLocker locker(&m_gate->mutex);
+        m_plotter.removeOne(plotter);
+    }
+    emit plotterChanged();
+    requestUpdate();
+}
+
+void IChartArea::watchLifetime(IPlotter *plotter)
+{
+    // A listed plotter that does not point back at this chart (set through the
+    // plotter property) is still dropped when it is destroyed.
+    if (plotter)
+        connect(plotter, &QObject::destroyed, this, &IChartArea::forgetPlotter, Qt::UniqueConnection);
+}
+
+void IChartArea::forgetPlotter(QObject *plotter)
+{
+    // Compared by address only: the plotter may already be partly destroyed.
+    const auto isGone = [plotter](const IPlotter *p) { return static_cast<const QObject *>(p) == plotter; };
+    qsizetype removed = 0;
+    {
+        QMutexLocker locker(&m_gate->mutex);
+        removed = m_plotter.removeIf(isGone);
+        for (QList<IPlotter *> &list : layers)
+            list.removeIf(isGone);
+    }
+    if (removed == 0)
+        return;
+    emit plotterChanged();
+    requestUpdate();
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Mapping and update throttle
+//-----------------------------------------------------------------------------
+
+QPointF IChartArea::mapPointToChart(QPointF point) const
+{
+    const QRectF r = visibleRect();
+    const double w = width();
+    const double h = height();
+    const double x = (point.x() - r.x()) / r.width() * w;
+    const double y = h - h * (point.y() - r.y()) / r.height();
+    if (x < 0 || x > w || y < 0 || y > h)
+        return QPointF(-1, -1);
+    return QPointF(x, y);
+}
+
+void IChartArea::lock_update()
+{
+    updateLocked = true;
+}
+
+void IChartArea::unlock_update()
+{
+    updateLocked = false;
+}
+
+QRectF IChartArea::visibleRect() const
+{
+    return m_chartRect;
+}
+
+void IChartArea::requestUpdate()
+{
+    if (QThread::currentThread() != thread()) {
+        // Render-thread or pool-thread callers: the item may only be updated
+        // from its own thread.
+        QMetaObject::invokeMethod(this, &IChartArea::requestUpdate, Qt::QueuedConnection);
+        return;
+    }
+    if (updateLocked || !m_shouldUpdate)
+        return;
+    if (m_updateIntervalMs != 0 && updateTimer.isValid() && updateTimer.elapsed() < m_updateIntervalMs)
+        return; // dropped, not postponed
+    if (!updateTimer.isValid())
+        updateTimer.start();
+    if (m_updateIntervalMs != 0)
+        updateTimer.restart();
+    updateArea();
+    update();
+}
+
+void IChartArea::updateArea()
+{
+    if (!m_adaptAreaToPlotters)
+        return;
+    QRectF r;
+    for (const IPlotter *p : std::as_const(m_plotter))
+        r = r.united(p->plotterArea());
+    if (r.isNull())
+        r = QRectF(0, 0, 1, 1);
+    if (qFuzzyCompare(r.height(), 0.0))
+        r.setHeight(1.0);
+    r.setHeight(r.height() * 1.05);
+    setChartRect(r);
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Layers and drawing (render thread)
+//-----------------------------------------------------------------------------
+
+void IChartArea::synchronizePlotters()
+{
+    // Iterates a copy: a plotter's signals may change the list while it prepares.
+    const QList<IPlotter *> plotters = m_plotter;
+    for (IPlotter *p : plotters)
+        p->prepareRender();
+}
+
+void IChartArea::sortLayers()
+{
+    for (size_t k = 0; k < layers.size(); ++k) {
+        QList<IPlotter *> &list = layers[k];
+        list.clear();
+        for (IPlotter *p : std::as_const(m_plotter)) {
+            if (p->drawLayer() & (1u << k))
+                list.append(p);
+        }
+        std::sort(list.begin(), list.end(),
+                  [](const IPlotter *a, const IPlotter *b) { return a->zOrder() < b->zOrder(); });
+    }
+}
+
+void IChartArea::renderPlotters()
+{
+    updateArea();
+    sortLayers();
+    renderLayers(m_chartRect);
+}
+
+void IChartArea::renderLayers(const QRectF &visible)
+{
+    for (const QList<IPlotter *> &layer : layers) {
+        const QList<IPlotter *> plotters = layer; // see synchronizePlotters
+        for (IPlotter *p : plotters)
+            p->render(visible);
+    }
+}

@@ -1,0 +1,463 @@
+#include "plotters/iplotter.h"
+
+#include "chart/ichartarea.h"
+#include "plotters/sprogramshaderdefinition.h"
+#include "plugin/vexalutils.h"
+
+#include <QtCore/QDebug>
+#include <QtGui/QOpenGLContext>
+#include <QtGui/QOpenGLFunctions>
+#include <QtOpenGL/QOpenGLShaderProgram>
+
+#include <algorithm>
+
+//-----------------------------------------------------------------------------
+// [SECTION] Construction and chart attachment
+//-----------------------------------------------------------------------------
+
+IPlotter::IPlotter(QObject *parent)
+    : QObject(parent)
+{
+}
+
+IPlotter::~IPlotter()
+{
+    detachFromChart();
+}
+
+void IPlotter::detachFromChart()
+{
+    if (IChartArea *chart = m_chartArea.data())
+        chart->forgetPlotter(this);
+    m_chartArea.clear();
+}
+
+void IPlotter::forgetChart(const IChartArea *chart)
+{
+    if (m_chartArea.data() != chart)
+        return;
+    m_chartArea.clear();
+    emit chartAreaChanged();
+}
+
+IChartArea *IPlotter::chartArea() const
+{
+    return m_chartArea.data();
+}
+
+void IPlotter::setChartArea(IChartArea *chart)
+{
+    if (m_chartArea.data() == chart)
+        return;
+    if (IChartArea *old = m_chartArea.data())
+        old->removePlotter(this);
+    // Stored before registering so that the chart's call back into this setter
+    // finds the value unchanged.
+    m_chartArea = chart;
+    if (chart)
+        chart->addPlotter(this);
+    emit chartAreaChanged();
+}
+
+void IPlotter::requestChartUpdate() const
+{
+    if (IChartArea *chart = m_chartArea.data())
+        chart->requestUpdate();
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Properties
+//-----------------------------------------------------------------------------
+
+void IPlotter::setName(const QString &name)
+{
+    if (m_name == name)
+        return;
+    m_name = name;
+    emit nameChanged();
+}
+
+void IPlotter::setColor(const QColor &color)
+{
+    if (m_color == color)
+        return;
+    m_color = color;
+    emit colorChanged();
+    requestChartUpdate();
+}
+
+void IPlotter::setVisible(bool visible)
+{
+    if (m_visible == visible)
+        return;
+    m_visible = visible;
+    emit visibleChanged();
+    requestChartUpdate();
+}
+
+void IPlotter::setZOrder(double zOrder)
+{
+    if (Vexal::fuzzyEqual(m_zOrder, zOrder))
+        return;
+    m_zOrder = zOrder;
+    emit zOrderChanged();
+    requestChartUpdate();
+}
+
+void IPlotter::setLegendToolTipText(const QString &text)
+{
+    m_legendToolTipText = text;
+    emit legendToolTipTextChanged();
+}
+
+void IPlotter::setWarningMessage(const QString &message)
+{
+    m_warningMessage = message;
+    emit warningMessageChanged();
+}
+
+void IPlotter::setVectorDim(uchar dim)
+{
+    if (m_vectorDim == dim)
+        return;
+    m_vectorDim = dim;
+    emit vectorDimChanged();
+}
+
+void IPlotter::setDrawLayer(uint layerMask)
+{
+    if (m_drawLayer == layerMask)
+        return;
+    m_drawLayer = layerMask;
+    emit drawLayerChanged();
+    requestChartUpdate();
+}
+
+void IPlotter::setShowLegend(bool show)
+{
+    if (m_showLegend == show)
+        return;
+    m_showLegend = show;
+    // Legends listen to drawLayerChanged for everything that decides whether a
+    // plotter is listed.
+    emit drawLayerChanged();
+}
+
+void IPlotter::setXOffset(double offset)
+{
+    if (Vexal::fuzzyEqual(m_xOffset, offset))
+        return;
+    m_xOffset = offset;
+    emit xOffsetChanged();
+    emit modAreaChanged();
+    requestChartUpdate();
+}
+
+QRectF IPlotter::dataArea() const
+{
+    QRectF area = m_plotterArea;
+    area.moveLeft(offsetSubtracts ? area.left() - m_xOffset : area.left() + m_xOffset);
+    return area;
+}
+
+void IPlotter::setPlotterArea(const QRectF &area)
+{
+    storePlotterArea(area);
+}
+
+bool IPlotter::storePlotterArea(const QRectF &area)
+{
+    if (Vexal::sameRect(m_plotterArea, area))
+        return false;
+    m_plotterArea = area;
+    emit plotterAreaChanged();
+    emit modAreaChanged();
+    requestChartUpdate();
+    return true;
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Data
+//-----------------------------------------------------------------------------
+
+const QList<double> &IPlotter::data() const
+{
+    return m_data;
+}
+
+void IPlotter::setData(const QList<double> &data)
+{
+    if (Vexal::sameData(m_data, data))
+        return;
+    IChartArea *chart = m_chartArea.data();
+    if (!chart)
+        return; // data given to a plotter without a chart are dropped
+    chart->lockData();
+    m_data = data;
+    if (initialized) {
+        QMutexLocker locker(&dataMutex);
+        if (__update_vertex())
+            dirtyFlags |= DirtyBits::Vertex;
+        if (__update_index())
+            dirtyFlags |= DirtyBits::Index;
+    }
+    chart->unlockData();
+    emit dataChanged();
+    requestChartUpdate();
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Base hooks
+//-----------------------------------------------------------------------------
+
+double IPlotter::max_in(const QRectF &) const
+{
+    return 0.0;
+}
+
+double IPlotter::min_in(const QRectF &) const
+{
+    return 0.0;
+}
+
+QRectF IPlotter::area_at(const QPointF &) const
+{
+    return QRectF();
+}
+
+SInfoPoint IPlotter::mouse_hovering(const QPointF &) const
+{
+    return SInfoPoint();
+}
+
+QList<SAttributeDefinition> IPlotter::declareArributeArray()
+{
+    qWarning().noquote().nospace() << "None Attribute define for " << programLabel << " shader program";
+    return {};
+}
+
+void IPlotter::declareUniforms()
+{
+    qInfo().noquote().nospace() << "None Attribute define for " << programLabel << " shader program";
+}
+
+bool IPlotter::__update_vertex()
+{
+    return false;
+}
+
+bool IPlotter::__update_index()
+{
+    return false;
+}
+
+void IPlotter::__update_custom()
+{
+}
+
+void IPlotter::_update_uniforms(QOpenGLShaderProgram &, const SRenderLayerDefinition &)
+{
+}
+
+SAttributePointer IPlotter::_fetch_attribute_data(const int &index) const
+{
+    qCritical().nospace() << "Fetch attribute data for " << index << " not implemented!";
+    return SAttributePointer();
+}
+
+void IPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &, const QRectF &)
+{
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Render pipeline (render thread)
+//-----------------------------------------------------------------------------
+
+void IPlotter::initialize()
+{
+    initialized = true;
+    attributeDefinitions = declareArributeArray();
+    {
+        QMutexLocker locker(&dataMutex);
+        __update_vertex();
+        __update_index();
+    }
+    for (const SAttributeDefinition &definition : std::as_const(attributeDefinitions)) {
+        QOpenGLBuffer buffer(QOpenGLBuffer::Type(definition.bufferType));
+        buffer.create();
+        buffer.setUsagePattern(QOpenGLBuffer::UsagePattern(definition.usagePattern));
+        buffers.append(buffer);
+        dirtyFlags |= definition.dirtyMask;
+    }
+}
+
+void IPlotter::prepareRender()
+{
+    if (!initialized)
+        initialize();
+    if (m_visible)
+        uploadDirtyBuffers();
+}
+
+void IPlotter::uploadDirtyBuffers()
+{
+    for (int i = 0; i < buffers.size(); ++i) {
+        const SAttributeDefinition &definition = attributeDefinitions.at(i);
+        const quint32 dirty = definition.dirtyMask & dirtyFlags;
+        if (!dirty)
+            continue;
+        dirtyFlags &= ~dirty;
+        QMutexLocker locker(definition.mutex);
+        const SAttributePointer bytes = _fetch_attribute_data(i);
+        QOpenGLBuffer &buffer = buffers[i];
+        buffer.bind();
+        buffer.allocate(bytes.data, bytes.size);
+        buffer.release();
+    }
+}
+
+void IPlotter::render(const QRectF &area)
+{
+    if (!m_visible || !area.intersects(m_plotterArea))
+        return;
+    _fetch_render_layers(renderLayers, area);
+    std::sort(renderLayers.begin(), renderLayers.end(),
+              [](const SRenderLayerDefinition &a, const SRenderLayerDefinition &b) { return a.layer < b.layer; });
+    for (const SRenderLayerDefinition &layer : std::as_const(renderLayers)) {
+        if (layer.count <= 0 || layer.mode == 0)
+            continue;
+        if (QOpenGLShaderProgram *program = programFor(layer.program))
+            drawRenderLayer(layer, *program);
+    }
+    const GLenum error = QOpenGLContext::currentContext()->functions()->glGetError();
+    if (error != GL_NO_ERROR)
+        qWarning().nospace() << "WE GOT AN OPENGL ERROR CODE: " << uint(error);
+}
+
+void IPlotter::drawRenderLayer(const SRenderLayerDefinition &layer, QOpenGLShaderProgram &program)
+{
+    QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
+    program.bind();
+    _update_uniforms(program, layer);
+    for (int index : layer.attributes) {
+        const SAttributeDefinition &definition = attributeDefinitions.at(index);
+        const QByteArray name = definition.name.toLatin1();
+        buffers[index].bind();
+        program.enableAttributeArray(name.constData());
+        program.setAttributeBuffer(name.constData(), GLenum(definition.glType), definition.offset,
+                                   definition.tupleSize, definition.stride);
+    }
+    if (layer.indexAttribute != -1)
+        buffers[layer.indexAttribute].bind();
+    if (layer.lineWidth > 0.0f)
+        gl->glLineWidth(layer.lineWidth);
+    if (layer.mode & DrawFlags::Arrays) {
+        gl->glDrawArrays(GLenum(layer.mode & ~DrawFlags::Arrays), layer.first, layer.count);
+    } else if (layer.mode & DrawFlags::Elements) {
+        const GLenum indexType = GLenum(attributeDefinitions.at(layer.indexAttribute).glType);
+        gl->glDrawElements(GLenum(layer.mode & ~DrawFlags::Elements), layer.count, indexType,
+                           reinterpret_cast<const void *>(qintptr(layer.first)));
+    }
+    if (layer.indexAttribute != -1)
+        buffers[layer.indexAttribute].release();
+    for (int index : layer.attributes) {
+        program.disableAttributeArray(attributeDefinitions.at(index).name.toLatin1().constData());
+        buffers[index].release();
+    }
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Shader program registry
+//-----------------------------------------------------------------------------
+
+namespace {
+
+// Programs are linked once per OpenGL share group: every chart whose context
+// shares with the first one uses the same build, and a window whose context
+// shares nothing (or that outlives the first) gets its own.
+struct ProgramRegistry
+{
+    using Programs = QHash<QString, QOpenGLShaderProgram *>;
+
+    QList<SProgramShaderDefinition *> definitions; // in registration order, names unique
+    QHash<const QOpenGLContextGroup *, Programs> programs; // linked programs per share group
+    QMutex mutex;                                  // serialises builds from several render threads
+
+    Programs &currentPrograms()
+    {
+        const QOpenGLContext *context = QOpenGLContext::currentContext();
+        QOpenGLContextGroup *group = context ? context->shareGroup() : nullptr;
+        if (group && !programs.contains(group))
+            QObject::connect(group, &QObject::destroyed, group, [this, group] { forget(group); });
+        return programs[group];
+    }
+
+    void forget(const QOpenGLContextGroup *group)
+    {
+        QMutexLocker locker(&mutex);
+        // The GL objects went with the group's last context; only the wrappers remain.
+        qDeleteAll(programs.take(group));
+    }
+};
+
+ProgramRegistry &registry()
+{
+    static ProgramRegistry instance;
+    return instance;
+}
+
+} // namespace
+
+void IPlotter::registerProgramDefinition(SProgramShaderDefinition *definition)
+{
+    const QString name = definition->name();
+    QList<SProgramShaderDefinition *> &definitions = registry().definitions;
+    const bool known = std::any_of(definitions.cbegin(), definitions.cend(),
+                                   [&](SProgramShaderDefinition *d) { return d->name() == name; });
+    if (!known)
+        definitions.append(definition);
+}
+
+QList<SProgramShaderDefinition *> IPlotter::programDefinitions()
+{
+    return registry().definitions;
+}
+
+bool IPlotter::programsBuilt()
+{
+    ProgramRegistry &reg = registry();
+    QMutexLocker locker(&reg.mutex);
+    return !reg.currentPrograms().isEmpty();
+}
+
+void IPlotter::buildPrograms()
+{
+    ProgramRegistry &reg = registry();
+    QMutexLocker locker(&reg.mutex);
+    ProgramRegistry::Programs &programs = reg.currentPrograms();
+    for (SProgramShaderDefinition *definition : std::as_const(reg.definitions)) {
+        const QString name = definition->name();
+        if (programs.contains(name))
+            qWarning() << "Skipping" << name << "program shader because already exist another program with that name.";
+        // Built on the render thread, so it cannot be a child of the application
+        // object; the registry keeps it for as long as its share group lives.
+        auto *program = new QOpenGLShaderProgram;
+        const QList<ShaderSource> sources = definition->shaderSources();
+        for (const ShaderSource &source : sources)
+            program->addCacheableShaderFromSourceCode(source.stage, source.source);
+        if (program->link()) {
+            delete programs.value(name, nullptr);
+            programs.insert(name, program);
+        } else {
+            qWarning() << "Cannot compile" << name << "program shader.\nLOG:\n" << qPrintable(program->log());
+            delete program;
+        }
+    }
+}
+
+QOpenGLShaderProgram *IPlotter::programFor(const QString &name)
+{
+    ProgramRegistry &reg = registry();
+    QMutexLocker locker(&reg.mutex);
+    return reg.currentPrograms().value(name, nullptr);
+}

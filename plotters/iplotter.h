@@ -1,0 +1,164 @@
+#pragma once
+
+#include "plotters/plotterrecords.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QMutex>
+#include <QtCore/QObject>
+#include <QtCore/QPointer>
+#include <QtGui/QColor>
+#include <QtOpenGL/QOpenGLBuffer>
+
+class IChartArea;
+Q_MOC_INCLUDE("chart/ichartarea.h")
+class QOpenGLShaderProgram;
+class SProgramShaderDefinition;
+
+// Base of everything that draws a series into a chart. A subclass declares its
+// vertex attributes, hands out their bytes on demand and describes each frame as
+// render layers; this class owns the GPU buffers, uploads what is dirty, binds
+// the named shader programs and issues the draw calls.
+class VEXAL_EXPORT IPlotter : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
+    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
+    Q_PROPERTY(bool visible READ visible WRITE setVisible NOTIFY visibleChanged)
+    Q_PROPERTY(double zOrder READ zOrder WRITE setZOrder NOTIFY zOrderChanged)
+    Q_PROPERTY(QString legendToolTipText READ legendToolTipText WRITE setLegendToolTipText NOTIFY legendToolTipTextChanged)
+    Q_PROPERTY(QString warningMessage READ warningMessage WRITE setWarningMessage NOTIFY warningMessageChanged)
+    Q_PROPERTY(QList<double> data READ data WRITE setData NOTIFY dataChanged)
+    Q_PROPERTY(uchar vectorDim READ vectorDim WRITE setVectorDim NOTIFY vectorDimChanged)
+    Q_PROPERTY(QRectF plotterArea READ plotterArea WRITE setPlotterArea NOTIFY plotterAreaChanged)
+    Q_PROPERTY(QRectF modArea READ modArea NOTIFY modAreaChanged)
+    Q_PROPERTY(uint drawLayer READ drawLayer WRITE setDrawLayer NOTIFY drawLayerChanged)
+    Q_PROPERTY(bool showLegend READ showLegend WRITE setShowLegend NOTIFY drawLayerChanged)
+    Q_PROPERTY(IChartArea *chartArea READ chartArea WRITE setChartArea NOTIFY chartAreaChanged)
+    Q_PROPERTY(double xOffset READ xOffset WRITE setXOffset NOTIFY xOffsetChanged)
+
+public:
+    explicit IPlotter(QObject *parent = nullptr);
+    ~IPlotter() override;
+
+    // ---- Properties
+    QString name() const { return m_name; }
+    void setName(const QString &name);
+    QColor color() const { return m_color; }
+    void setColor(const QColor &color);
+    bool visible() const { return m_visible; }
+    void setVisible(bool visible);
+    double zOrder() const { return m_zOrder; }
+    void setZOrder(double zOrder);
+    QString legendToolTipText() const { return m_legendToolTipText; }
+    void setLegendToolTipText(const QString &text);
+    QString warningMessage() const { return m_warningMessage; }
+    void setWarningMessage(const QString &message);
+    uchar vectorDim() const { return m_vectorDim; }
+    void setVectorDim(uchar dim);
+    QRectF plotterArea() const { return m_plotterArea; }
+    QRectF modArea() const { return dataArea(); }
+    uint drawLayer() const { return m_drawLayer; }
+    void setDrawLayer(uint layerMask);
+    bool showLegend() const { return m_showLegend; }
+    void setShowLegend(bool show);
+    IChartArea *chartArea() const;
+    void setChartArea(IChartArea *chart);
+    double xOffset() const { return m_xOffset; }
+    void setXOffset(double offset);
+
+    // The plotter area moved horizontally by xOffset: where the data are drawn.
+    QRectF dataArea() const;
+
+    // ---- Render thread, called by the chart
+    virtual void prepareRender();
+    virtual void render(const QRectF &area);
+
+    // ---- Queries in data coordinates
+    virtual double max_in(const QRectF &area) const;
+    virtual double min_in(const QRectF &area) const; // extension hook; the base returns 0.0
+    virtual QRectF area_at(const QPointF &point) const;
+    virtual void setPlotterArea(const QRectF &area);
+    virtual SInfoPoint mouse_hovering(const QPointF &point) const;
+    virtual const QList<double> &data() const;
+    virtual void setData(const QList<double> &data);
+
+    // ---- Process-wide shader program registry
+    static void registerProgramDefinition(SProgramShaderDefinition *definition);
+    static QList<SProgramShaderDefinition *> programDefinitions();
+    static bool programsBuilt();
+    static void buildPrograms();
+    static QOpenGLShaderProgram *programFor(const QString &name);
+
+    // Called by a chart that is going away while this plotter still points at it.
+    void forgetChart(const IChartArea *chart);
+
+signals:
+    void colorChanged();
+    void visibleChanged();
+    void zOrderChanged();
+    void plotterAreaChanged();
+    void initChanged();
+    void chartAreaChanged();
+    void drawLayerChanged();
+    void showLegendChanged();
+    void nameChanged();
+    void legendToolTipTextChanged();
+    void dataChanged();
+    void vectorDimChanged();
+    void warningMessageChanged();
+    void xOffsetChanged();
+    void modAreaChanged();
+
+protected:
+    // ---- Subclass hooks of the render pipeline
+    virtual QList<SAttributeDefinition> declareArributeArray();
+    virtual void declareUniforms(); // extension hook; the base only reports it is missing
+    virtual bool __update_vertex();
+    virtual bool __update_index();
+    virtual void __update_custom(); // extension hook; the base pipeline does not call it
+    virtual void _update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer);
+    virtual SAttributePointer _fetch_attribute_data(const int &index) const;
+    virtual void _fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area);
+
+    // Asks the chart, if any, for a throttled redraw.
+    void requestChartUpdate() const;
+    // Leaves the chart's lists; concrete plotters call it first in their destructors
+    // so that the render thread never draws a half-destroyed plotter.
+    void detachFromChart();
+    // Stores a new plotter area, emitting plotterAreaChanged and modAreaChanged and
+    // asking for a repaint, unless it equals the current one.
+    bool storePlotterArea(const QRectF &area);
+    // Changes only the height of the plotter area (the data maximum); no signal.
+    void setPlotterAreaHeight(double height) { m_plotterArea.setHeight(height); }
+    void setPlotterAreaWidth(double width) { m_plotterArea.setWidth(width); }
+
+    QList<double> m_data;                          // the series; shared, not copied
+    QMutex dataMutex;                              // held while vertex/index arrays are rebuilt
+    QMutex vertexMutex;                            // free for subclasses' vertex attribute declarations
+    QMutex indexMutex;                             // free for subclasses' index attribute declarations
+    bool initialized = false;                      // set by the first prepareRender
+    bool offsetSubtracts = true;                   // xOffset moves the data area left (true) or right
+    quint32 dirtyFlags = 0;                        // arrays rebuilt but not yet uploaded
+    QString programLabel;                          // printed by the base's warnings
+    QList<SAttributeDefinition> attributeDefinitions; // declared at initialisation
+    QList<QOpenGLBuffer> buffers;                  // one per declaration, same index
+    QList<SRenderLayerDefinition> renderLayers;    // kept between frames
+
+private:
+    void initialize();
+    void uploadDirtyBuffers();
+    void drawRenderLayer(const SRenderLayerDefinition &layer, QOpenGLShaderProgram &program);
+
+    QString m_name;                      // legend name, empty
+    QString m_legendToolTipText;         // legend tooltip, empty
+    QString m_warningMessage;            // shown beside the legend entry, empty
+    QColor m_color{7, 203, 242, 255};    // plotter colour
+    bool m_visible = true;               // invisible plotters neither upload nor draw
+    double m_zOrder = 0.0;               // order within a draw layer, ascending
+    double m_xOffset = 0.0;              // horizontal shift of the data area
+    uchar m_vectorDim = 1;               // values per item
+    QRectF m_plotterArea;                // data extent, null by default
+    uint m_drawLayer = 1;                // bit k: draws in chart layer k
+    bool m_showLegend = true;            // listed in legends
+    QPointer<IChartArea> m_chartArea;    // the chart drawn into; not owned
+};

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "plotters/sareaplotterprogram.h"
+
+// "area_gradient": like "area", coloured by a vertical gradient between
+// color_bot (clip y = +1) and color_top (clip y = -1).
+class VEXAL_EXPORT SAreaGradientProgram : public SAreaPlotterProgram
+{
+public:
+    QString name() const override;
+    QString vertexSource() const override;
+    QString fragmentSource() const override;
+};

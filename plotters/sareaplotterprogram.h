@@ -1,0 +1,17 @@
+#pragma once
+
+#include "plotters/sprogramshaderdefinition.h"
+
+// "area": 2-component vertices in data coordinates, mapped by a matrix, drawn in
+// one flat colour.
+class VEXAL_EXPORT SAreaPlotterProgram : public SProgramShaderDefinition
+{
+public:
+    QString name() const override;
+    QList<ShaderSource> shaderSources() const override;
+    virtual QString vertexSource() const;
+    virtual QString fragmentSource() const;
+
+    // The flat-colour fragment shader shared with "hresbar".
+    static QString flatColorFragmentSource();
+};

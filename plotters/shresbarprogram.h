@@ -1,0 +1,12 @@
+#pragma once
+
+#include "plotters/sprogramshaderdefinition.h"
+
+// "hresbar": bars whose x is split into a most and a least significant float, so
+// that x - left keeps its low bits for series far from the origin.
+class VEXAL_EXPORT SHResBarProgram : public SProgramShaderDefinition
+{
+public:
+    QString name() const override;
+    QList<ShaderSource> shaderSources() const override;
+};

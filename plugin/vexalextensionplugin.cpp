@@ -1,0 +1,8 @@
+#include "plugin/vexalextensionplugin.h"
+
+#include "plugin/vexaltypes.h"
+
+void VexalExtensionPlugin::registerTypes(const char *)
+{
+    Vexal::registerTypes();
+}

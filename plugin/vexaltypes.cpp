@@ -1,0 +1,38 @@
+#include "plugin/vexaltypes.h"
+
+#include "chart/ichartarea.h"
+#include "plotters/iplotter.h"
+#include "plotters/sareagradientprogram.h"
+#include "plotters/sareaplotterprogram.h"
+#include "plotters/shresbarprogram.h"
+
+#include <QtQml/qqml.h>
+
+#include <new>
+
+namespace {
+
+constexpr const char *ModuleName = "VexalPlugin";
+
+template <typename Definition>
+void registerDefinition()
+{
+    // Definitions live until the process ends; the registry keeps the pointer.
+    auto *definition = new (std::nothrow) Definition;
+    if (!definition) {
+        qCritical("Cannot register program shader");
+        return;
+    }
+    IPlotter::registerProgramDefinition(definition);
+}
+
+} // namespace
+
+void Vexal::registerTypes()
+{
+    qmlRegisterType<IChartArea>(ModuleName, 1, 0, "IChartArea");
+
+    registerDefinition<SAreaPlotterProgram>();
+    registerDefinition<SHResBarProgram>();
+    registerDefinition<SAreaGradientProgram>();
+}

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "plugin/vexalglobal.h"
+
+namespace Vexal {
+
+// Registers every QML type of the module under "VexalPlugin" 1.0, then the
+// built-in shader program definitions.
+VEXAL_EXPORT void registerTypes();
+
+} // namespace Vexal

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QtCore/QList>
+#include <QtCore/QRectF>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace Vexal {
+
+// Doubles are equal when min(|a|, |b|) >= |a - b| * 1e12: zero never equals a
+// non-zero value, and two zeros are equal.
+inline bool fuzzyEqual(double a, double b)
+{
+    return std::min(std::fabs(a), std::fabs(b)) >= std::fabs(a - b) * 1e12;
+}
+
+// Rectangles are equal when their top-left points and sizes compare equal with
+// Qt's fuzzy QPointF/QSizeF equality.
+inline bool sameRect(const QRectF &a, const QRectF &b)
+{
+    return a.topLeft() == b.topLeft() && a.size() == b.size();
+}
+
+// Data lists are the same when they share storage or hold the same bytes.
+inline bool sameData(const QList<double> &a, const QList<double> &b)
+{
+    if (a.size() != b.size())
+        return false;
+    return a.constData() == b.constData() || a.isEmpty()
+        || std::memcmp(a.constData(), b.constData(), size_t(a.size()) * sizeof(double)) == 0;
+}
+
+// Truncates towards zero like a plain int conversion, but saturates at the int
+// range (and maps NaN to 0) where the plain conversion would be undefined.
+inline int toInt(double v)
+{
+    if (std::isnan(v))
+        return 0;
+    if (v >= 2147483647.0)
+        return std::numeric_limits<int>::max();
+    if (v <= -2147483648.0)
+        return std::numeric_limits<int>::min();
+    return int(v);
+}
+
+} // namespace Vexal

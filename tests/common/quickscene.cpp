@@ -1,0 +1,64 @@
+#include "quickscene.h"
+
+#include "testplotter.h"
+
+#include <QtQml/QQmlEngine>
+#include <QtQml/qqml.h>
+#include <QtQuick/QQuickItem>
+#include <QtTest/QTest>
+
+namespace VexalTest {
+
+void prepareOpenGLTests()
+{
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGL);
+}
+
+void registerTestTypes()
+{
+    qmlRegisterType<TestPlotter>("VexalTest", 1, 0, "TestPlotter");
+}
+
+QuickScene::QuickScene(const QByteArray &qml, const QSize &size)
+    : m_engine(std::make_unique<QQmlEngine>())
+    , m_window(std::make_unique<QQuickWindow>())
+{
+    QQmlComponent component(m_engine.get());
+    component.setData(qml, QUrl(QStringLiteral("file:///vexal-test/Scene.qml")));
+    QObject *object = component.create();
+    if (!object) {
+        qWarning().noquote() << component.errorString();
+        return;
+    }
+    m_root.reset(qobject_cast<QQuickItem *>(object));
+    if (!m_root) {
+        delete object;
+        return;
+    }
+    m_window->setColor(Qt::black);
+    m_window->resize(size);
+    m_root->setParentItem(m_window->contentItem());
+    m_root->setSize(size);
+    m_window->show();
+    m_ready = QTest::qWaitForWindowExposed(m_window.get());
+}
+
+QuickScene::~QuickScene() = default;
+
+QImage QuickScene::grab()
+{
+    return m_window->grabWindow();
+}
+
+bool sameColor(const QColor &a, const QColor &b, int tolerance)
+{
+    return qAbs(a.red() - b.red()) <= tolerance && qAbs(a.green() - b.green()) <= tolerance
+        && qAbs(a.blue() - b.blue()) <= tolerance && qAbs(a.alpha() - b.alpha()) <= tolerance;
+}
+
+QByteArray describe(const QColor &c)
+{
+    return QStringLiteral("rgba(%1, %2, %3, %4)").arg(c.red()).arg(c.green()).arg(c.blue()).arg(c.alpha()).toLatin1();
+}
+
+} // namespace VexalTest
