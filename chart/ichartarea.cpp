@@ -241,11 +241,7 @@ void IChartArea::renderPlotters()
 {
     updateArea();
     sortLayers();
-    renderLayers(m_chartRect);
-}
-
-void IChartArea::renderLayers(const QRectF &visible)
-{
+    const QRectF visible = visibleRect();
     for (const QList<IPlotter *> &layer : layers) {
         const QList<IPlotter *> plotters = layer; // see synchronizePlotters
         for (IPlotter *p : plotters)

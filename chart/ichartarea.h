@@ -86,8 +86,6 @@ signals:
     void adaptAreaToPlottersChanged();
 
 protected:
-    // Draws every layer for the given visible rectangle.
-    void renderLayers(const QRectF &visible);
     // Stops the renderer from calling back; every destructor of the hierarchy
     // calls it first, so no frame runs on a half-destroyed chart.
     void closeRenderGate();

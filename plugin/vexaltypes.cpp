@@ -1,5 +1,6 @@
 #include "plugin/vexaltypes.h"
 
+#include "chart/chartarea.h"
 #include "chart/ichartarea.h"
 #include "plotters/iplotter.h"
 #include "plotters/sareagradientprogram.h"
@@ -30,6 +31,7 @@ void registerDefinition()
 
 void Vexal::registerTypes()
 {
+    qmlRegisterType<ChartArea>(ModuleName, 1, 0, "ChartArea");
     qmlRegisterType<IChartArea>(ModuleName, 1, 0, "IChartArea");
 
     registerDefinition<SAreaPlotterProgram>();

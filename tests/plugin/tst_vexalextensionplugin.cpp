@@ -73,6 +73,7 @@ void tst_VexalExtensionPlugin::registersUnderTheModuleNameWhateverTheUri_data()
 {
     QTest::addColumn<QByteArray>("typeName");
     QTest::addColumn<QByteArray>("className");
+    QTest::newRow("ChartArea creates a zoomable chart") << QByteArray("ChartArea") << QByteArray("ChartArea");
     QTest::newRow("IChartArea creates a chart item") << QByteArray("IChartArea") << QByteArray("IChartArea");
 }
 

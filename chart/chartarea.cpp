@@ -1,0 +1,95 @@
+#include "chart/chartarea.h"
+
+#include "plotters/iplotter.h"
+#include "plugin/vexalutils.h"
+
+#include <QtConcurrent/QtConcurrentRun>
+#include <QtCore/QThread>
+#include <QtCore/QThreadPool>
+
+#include <algorithm>
+
+ChartArea::ChartArea(QQuickItem *parent)
+    : IChartArea(parent)
+{
+    startShowingAllOnceSettled();
+}
+
+ChartArea::~ChartArea()
+{
+    closeRenderGate();
+}
+
+// A fresh chart shows its whole data once QML bindings and plotters have
+// settled: 100 ms after construction a pool task resets the zoom. The task
+// reaches the chart through the render gate, which a destroyed chart closes,
+// and the zoom is written on the chart's own thread.
+void ChartArea::startShowingAllOnceSettled()
+{
+    QThreadPool *pool = QThreadPool::globalInstance();
+    if (!pool)
+        return;
+    const std::shared_ptr<ChartRenderGate> gate = renderGate();
+    // The future is dropped on purpose: nobody waits for the task.
+    (void)QtConcurrent::run(pool, [gate] {
+        QThread::msleep(100);
+        QMutexLocker locker(&gate->mutex);
+        if (auto *chart = static_cast<ChartArea *>(gate->chart)) {
+            QMetaObject::invokeMethod(chart, [chart] { chart->setZoomRect(chart->chartRect()); },
+                                      Qt::QueuedConnection);
+        }
+    });
+}
+
+void ChartArea::setZoomRect(const QRectF &rect)
+{
+    if (Vexal::sameRect(m_zoomRect, rect))
+        return;
+    m_zoomRect = rect;
+    emit zoomRectChanged();
+    requestUpdate();
+}
+
+void ChartArea::setAdaptChartHeight(bool adapt)
+{
+    if (m_adaptChartHeight == adapt)
+        return;
+    m_adaptChartHeight = adapt;
+    emit adaptChartHeightChanged();
+}
+
+void ChartArea::resetZoomView()
+{
+    setZoomRect(chartRect());
+}
+
+void ChartArea::exportImage(const QString &)
+{
+    m_grabResult = grabToImage(QSize(int(width() * 2), int(height() * 2)));
+}
+
+QRectF ChartArea::visibleRect() const
+{
+    return m_zoomRect;
+}
+
+void ChartArea::updateArea()
+{
+    IChartArea::updateArea();
+    const QRectF chart = chartRect();
+    QRectF r = m_zoomRect.intersected(chart);
+    if (r.isNull())
+        r = chart;
+    if (m_adaptChartHeight) {
+        double m = 1.0;
+        for (const IPlotter *p : plotter()) {
+            if (p->visible())
+                m = std::max(m, p->max_in(m_zoomRect));
+        }
+        r.setHeight(m * 1.05);
+    } else {
+        r.setHeight(chart.height());
+        r = r.intersected(chart);
+    }
+    setZoomRect(r);
+}

@@ -1,0 +1,237 @@
+// Unit tests of the zoomable chart: zoom rectangle rules, height that follows
+// the visible maximum, reset, the start-up reset task and image grabs.
+#include "chart/chartarea.h"
+#include "plotters/iplotter1d.h"
+#include "quickscene.h"
+
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QGuiApplication>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+
+#include <memory>
+
+namespace {
+
+// A one-dimensional plotter on the chart with the given values, one unit per sample.
+IPlotter1D *addSeries(ChartArea &chart, const QList<double> &values, double left = 0.0)
+{
+    auto *p = new IPlotter1D(&chart);
+    p->setChartArea(&chart);
+    p->setPlotterArea(QRectF(left, 0, values.size(), 1));
+    p->setData(values);
+    return p;
+}
+
+class CountingChartArea : public ChartArea
+{
+public:
+    CountingChartArea() { setUpdateIntervalMs(0); }
+    int accepted = 0; // accepted redraw requests
+    void updateArea() override
+    {
+        ++accepted;
+        ChartArea::updateArea();
+    }
+};
+
+} // namespace
+
+class tst_ChartArea : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void defaults();
+    void zoomRectSetterComparesFuzzilyAndRedraws();
+    void freshChartShowsUnitZoomAfterFirstUpdate();
+    void zoomHeightFollowsVisibleMaximum_data();
+    void zoomHeightFollowsVisibleMaximum();
+    void zoomOutsideChartRectIsReplaced();
+    void fixedHeightTakesChartHeight();
+    void resetZoomViewShowsWholeChart();
+    void visibleRectAndMappingUseTheZoom();
+    void startupTaskShowsWholeDataAfter100ms();
+    void chartDestroyedWithinItsFirst100msIsNeverTouched();
+    void exportImageKeepsTheGrabAndWritesNothing();
+};
+
+void tst_ChartArea::defaults()
+{
+    ChartArea chart;
+    QCOMPARE(chart.zoomRect(), QRectF(0, 0, 1, 1));
+    QCOMPARE(chart.adaptChartHeight(), true);
+    QVERIFY(chart.grabResult().isNull());
+    QSignalSpy spy(&chart, &ChartArea::adaptChartHeightChanged);
+    chart.setAdaptChartHeight(true);
+    QCOMPARE(spy.count(), 0);
+    chart.setAdaptChartHeight(false);
+    QCOMPARE(spy.count(), 1);
+}
+
+void tst_ChartArea::zoomRectSetterComparesFuzzilyAndRedraws()
+{
+    CountingChartArea chart;
+    chart.setAdaptAreaToPlotters(false);
+    chart.setAdaptChartHeight(false);
+    QSignalSpy zoom(&chart, &ChartArea::zoomRectChanged);
+    chart.setZoomRect(QRectF(0, 0, 1 + 1e-14, 1));
+    QCOMPARE(zoom.count(), 0);
+    QCOMPARE(chart.accepted, 0);
+    chart.setZoomRect(QRectF(0, 0, 0.5, 1));
+    QCOMPARE(zoom.count(), 1);
+    QCOMPARE(chart.accepted, 1); // the redraw request keeps the zoom as it is
+    QCOMPARE(chart.zoomRect(), QRectF(0, 0, 0.5, 1));
+}
+
+void tst_ChartArea::freshChartShowsUnitZoomAfterFirstUpdate()
+{
+    ChartArea chart;
+    chart.requestUpdate();
+    QCOMPARE(chart.chartRect(), QRectF(0, 0, 1, 1.05));
+    QCOMPARE(chart.zoomRect(), QRectF(0, 0, 1, 1.05));
+}
+
+void tst_ChartArea::zoomHeightFollowsVisibleMaximum_data()
+{
+    QTest::addColumn<QList<double>>("first");
+    QTest::addColumn<QList<double>>("second");
+    QTest::addColumn<bool>("secondVisible");
+    QTest::addColumn<double>("expectedHeight");
+
+    QTest::newRow("a visible maximum of 40 gives a zoom height of 42")
+        << QList<double>{10, 40, 5} << QList<double>{1, 2, 3} << true << 42.0;
+    QTest::newRow("the larger maximum of two visible plotters counts")
+        << QList<double>{10, 40, 5} << QList<double>{100, 2, 3} << true << 105.0;
+    QTest::newRow("an invisible plotter does not count")
+        << QList<double>{10, 40, 5} << QList<double>{100, 2, 3} << false << 42.0;
+    QTest::newRow("all-zero data keep a unit-sized view")
+        << QList<double>{0, 0, 0} << QList<double>{0, 0} << true << 1.05;
+    QTest::newRow("all-negative data keep a unit-sized view")
+        << QList<double>{-4, -9, -1} << QList<double>{-1} << true << 1.05;
+}
+
+void tst_ChartArea::zoomHeightFollowsVisibleMaximum()
+{
+    QFETCH(QList<double>, first);
+    QFETCH(QList<double>, second);
+    QFETCH(bool, secondVisible);
+    QFETCH(double, expectedHeight);
+
+    ChartArea chart;
+    chart.setUpdateIntervalMs(0);
+    addSeries(chart, first);
+    addSeries(chart, second)->setVisible(secondVisible);
+    chart.setZoomRect(QRectF(0, 0, 3, 1));
+    chart.updateArea();
+    QCOMPARE(chart.zoomRect().height(), expectedHeight);
+    QCOMPARE(chart.zoomRect().left(), 0.0);
+    QCOMPARE(chart.zoomRect().width(), 3.0);
+}
+
+void tst_ChartArea::zoomOutsideChartRectIsReplaced()
+{
+    ChartArea chart;
+    chart.setUpdateIntervalMs(0);
+    addSeries(chart, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}); // chartRect (0, 0, 10, 1.05)
+    chart.lock_update(); // one step at a time
+    chart.setZoomRect(QRectF(50, 0, 5, 1));
+    chart.updateArea();
+    // The chart rectangle, its height from the maximum inside the old zoom (none: 1.0).
+    QCOMPARE(chart.zoomRect(), QRectF(0, 0, 10, 1.05));
+    chart.updateArea();
+    QCOMPARE(chart.zoomRect(), QRectF(0, 0, 10, 10.5));
+}
+
+void tst_ChartArea::fixedHeightTakesChartHeight()
+{
+    ChartArea chart;
+    chart.setUpdateIntervalMs(0);
+    chart.setAdaptChartHeight(false);
+    chart.setAdaptAreaToPlotters(false);
+    chart.setChartRect(QRectF(0, 0, 10, 20));
+    chart.setZoomRect(QRectF(8, 5, 6, 2)); // sticks out to the right and starts at y 5
+    chart.updateArea();
+    // Height of the chart from the zoom's bottom, then cut to the chart.
+    QCOMPARE(chart.zoomRect(), QRectF(8, 5, 2, 15));
+}
+
+void tst_ChartArea::resetZoomViewShowsWholeChart()
+{
+    ChartArea chart;
+    chart.setAdaptAreaToPlotters(false);
+    chart.setAdaptChartHeight(false);
+    chart.setChartRect(QRectF(0, 0, 10, 5));
+    QSignalSpy spy(&chart, &ChartArea::zoomRectChanged);
+    chart.resetZoomView();
+    QCOMPARE(chart.zoomRect(), QRectF(0, 0, 10, 5));
+    QCOMPARE(spy.count(), 1);
+    chart.resetZoomView(); // already showing the chart rectangle
+    QCOMPARE(spy.count(), 1);
+}
+
+void tst_ChartArea::visibleRectAndMappingUseTheZoom()
+{
+    ChartArea chart;
+    chart.setSize(QSizeF(100, 50));
+    chart.setAdaptAreaToPlotters(false);
+    chart.setAdaptChartHeight(false);
+    chart.setChartRect(QRectF(0, 0, 100, 10));
+    chart.setZoomRect(QRectF(50, 0, 10, 10));
+    QCOMPARE(chart.visibleRect(), QRectF(50, 0, 10, 10));
+    QCOMPARE(chart.chartRect(), QRectF(0, 0, 100, 10)); // the member itself
+    QCOMPARE(chart.mapPointToChart(QPointF(55, 5)), QPointF(50, 25));
+    QCOMPARE(chart.mapPointToChart(QPointF(45, 5)), QPointF(-1, -1));
+}
+
+void tst_ChartArea::startupTaskShowsWholeDataAfter100ms()
+{
+    ChartArea chart;
+    chart.setAdaptAreaToPlotters(false);
+    chart.setAdaptChartHeight(false);
+    chart.setChartRect(QRectF(0, 0, 30, 3));
+    QSignalSpy spy(&chart, &ChartArea::zoomRectChanged);
+    QTRY_COMPARE_WITH_TIMEOUT(chart.zoomRect(), QRectF(0, 0, 30, 3), 5000);
+    QCOMPARE(spy.count(), 1);
+}
+
+void tst_ChartArea::chartDestroyedWithinItsFirst100msIsNeverTouched()
+{
+    // Under the sanitizer configuration a late write would be reported as a
+    // use after free; here it would crash or change the next chart.
+    for (int i = 0; i < 20; ++i)
+        delete new ChartArea;
+    ChartArea survivor;
+    survivor.setAdaptAreaToPlotters(false);
+    survivor.setAdaptChartHeight(false);
+    survivor.setChartRect(QRectF(0, 0, 7, 7));
+    QTRY_COMPARE_WITH_TIMEOUT(survivor.zoomRect(), QRectF(0, 0, 7, 7), 5000);
+    QTest::qWait(150); // every task of the destroyed charts has woken up by now
+    QCOMPARE(survivor.zoomRect(), QRectF(0, 0, 7, 7));
+}
+
+void tst_ChartArea::exportImageKeepsTheGrabAndWritesNothing()
+{
+    VexalTest::QuickScene scene(R"(
+import QtQuick 2.15
+import VexalPlugin 1.0
+Item {
+    ChartArea { objectName: "chart"; width: 60; height: 40 }
+}
+)");
+    QVERIFY(scene.isReady());
+    auto *chart = scene.find<ChartArea>("chart");
+    QVERIFY(chart);
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("chart.png"));
+    chart->exportImage(path);
+    QVERIFY(chart->grabResult());
+    QSignalSpy ready(chart->grabResult().data(), &QQuickItemGrabResult::ready);
+    QVERIFY(ready.wait(5000));
+    QCOMPARE(chart->grabResult()->image().size(), QSize(120, 80));
+    QVERIFY(!QFile::exists(path));
+    QVERIFY(QDir(dir.path()).isEmpty());
+}
+
+VEXAL_GL_TEST_MAIN(tst_ChartArea)
+#include "tst_chartarea.moc"
