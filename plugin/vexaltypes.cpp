@@ -2,6 +2,10 @@
 
 #include "chart/chartarea.h"
 #include "chart/ichartarea.h"
+#include "plotters/areaplotter.h"
+#include "plotters/bardecorator.h"
+#include "plotters/barplotter.h"
+#include "plotters/barplotterdx.h"
 #include "plotters/iplotter.h"
 #include "plotters/sareagradientprogram.h"
 #include "plotters/sareaplotterprogram.h"
@@ -33,6 +37,10 @@ void Vexal::registerTypes()
 {
     qmlRegisterType<ChartArea>(ModuleName, 1, 0, "ChartArea");
     qmlRegisterType<IChartArea>(ModuleName, 1, 0, "IChartArea");
+    qmlRegisterType<BarPlotter>(ModuleName, 1, 0, "BarPlotter");
+    qmlRegisterType<BarPlotterDx>(ModuleName, 1, 0, "BarPlotterDx");
+    qmlRegisterType<AreaPlotter>(ModuleName, 1, 0, "AreaPlotter");
+    qmlRegisterType<BarDecorator>(ModuleName, 1, 0, "BarDecorator");
 
     registerDefinition<SAreaPlotterProgram>();
     registerDefinition<SHResBarProgram>();

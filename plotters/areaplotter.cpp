@@ -1,0 +1,203 @@
+#include "plotters/areaplotter.h"
+
+#include "chart/ichartarea.h"
+#include "plotters/glhelpers.h"
+#include "plotters/singleprecision.h"
+
+#include <QtGui/QMatrix4x4>
+#include <QtOpenGL/QOpenGLShaderProgram>
+
+namespace {
+
+enum Attribute { FillAttribute = 0, BorderAttribute = 1 };
+enum Layer { FillLayer = 0, BorderLayer = 1 };
+
+SAttributeDefinition vertexAttribute(quint32 dirtyMask, QMutex *mutex)
+{
+    return Vexal::attributeDefinition(QStringLiteral("vertex"), dirtyMask, QOpenGLBuffer::VertexBuffer,
+                                      QOpenGLBuffer::DynamicDraw, GL_FLOAT, 2, mutex);
+}
+
+SAttributePointer bytesOf(const QList<QVector2D> &vertices)
+{
+    return {vertices.constData(), qint32(vertices.size() * qsizetype(sizeof(QVector2D)))};
+}
+
+} // namespace
+
+//-----------------------------------------------------------------------------
+// [SECTION] Construction and properties
+//-----------------------------------------------------------------------------
+
+AreaPlotter::AreaPlotter(QObject *parent)
+    : IPlotter1D(parent)
+{
+    // xOffset moves an area to the right, unlike the other plotters.
+    offsetSubtracts = false;
+    QColor fill = color();
+    fill.setAlphaF(0.5f);
+    setColor(fill);
+}
+
+AreaPlotter::~AreaPlotter()
+{
+    detachFromChart();
+}
+
+void AreaPlotter::setBorderWidth(double width)
+{
+    if (qFuzzyCompare(m_borderWidth, width))
+        return;
+    m_borderWidth = width;
+    emit borderWidthChanged();
+    requestChartUpdate();
+}
+
+void AreaPlotter::setBorderColor(const QColor &color)
+{
+    if (m_borderColor == color)
+        return;
+    m_borderColor = color;
+    emit borderColorChanged();
+    requestChartUpdate();
+}
+
+void AreaPlotter::setBorderEnable(bool enable)
+{
+    if (m_borderEnable == enable)
+        return;
+    m_borderEnable = enable;
+    emit borderEnableChanged();
+    requestChartUpdate();
+}
+
+// The two gradient setters do not ask for a repaint: the next frame picks them up.
+void AreaPlotter::setEnableGradient(bool enable)
+{
+    if (m_enableGradient == enable)
+        return;
+    m_enableGradient = enable;
+    emit enableGradientChanged();
+}
+
+void AreaPlotter::setGradientColor(const QColor &color)
+{
+    if (m_gradientColor == color)
+        return;
+    m_gradientColor = color;
+    emit gradientColorChanged();
+}
+
+void AreaPlotter::setPlotterArea(const QRectF &area)
+{
+    QRectF stored = area;
+    // Once the vertices exist the height is the data maximum, not the caller's.
+    if (initialized)
+        stored.setHeight(plotterArea().height());
+    storePlotterArea(stored);
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Vertex data
+//-----------------------------------------------------------------------------
+
+QList<SAttributeDefinition> AreaPlotter::declareArributeArray()
+{
+    return {vertexAttribute(DirtyBits::Vertex, &dataMutex), vertexAttribute(BorderDirty, &dataMutex)};
+}
+
+SAttributePointer AreaPlotter::_fetch_attribute_data(const int &index) const
+{
+    switch (index) {
+    case FillAttribute:
+        return bytesOf(m_areaVertices);
+    case BorderAttribute:
+        return bytesOf(m_borderVertices);
+    default:
+        return SAttributePointer();
+    }
+}
+
+bool AreaPlotter::__update_vertex()
+{
+    const QList<double> &values = data();
+    const qsizetype n = values.size();
+    // Only the first 2n fill vertices are written; the zero tail is uploaded too.
+    m_areaVertices.clear();
+    m_areaVertices.resize(4 * n);
+    m_borderVertices.clear();
+    m_borderVertices.resize(n);
+    double maximum = 0.0;
+    for (qsizetype i = 0; i < n; ++i) {
+        const QVector2D top(float(i), Vexal::toFloat(values[i]));
+        m_areaVertices[2 * i] = QVector2D(float(i), 0.0f);
+        m_areaVertices[2 * i + 1] = top;
+        m_borderVertices[i] = top;
+        if (values[i] > maximum)
+            maximum = values[i];
+    }
+    setPlotterAreaHeight(maximum);
+    // The fill's bit is set by the data setter when this returns true.
+    dirtyFlags |= BorderDirty;
+    return true;
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Frame
+//-----------------------------------------------------------------------------
+
+void AreaPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area)
+{
+    // The chart's visible rectangle; the frame's own one for a chart that lists
+    // this plotter without being its chartArea.
+    const IChartArea *chart = chartArea();
+    m_frameRect = chart ? chart->visibleRect() : area;
+    const int start = __start_index(m_frameRect);
+    const int end = __end_index(m_frameRect);
+    if (layers.isEmpty()) {
+        SRenderLayerDefinition fill;
+        fill.first = 2 * start;
+        fill.count = 2 * (end - start);
+        fill.program = QStringLiteral("area_gradient");
+        fill.mode = DrawFlags::Arrays | GL_TRIANGLE_STRIP;
+        fill.attributes = {FillAttribute};
+        SRenderLayerDefinition border;
+        border.layer = BorderLayer;
+        border.first = start;
+        border.count = end - start;
+        border.lineWidth = float(m_borderWidth);
+        border.program = QStringLiteral("area");
+        border.mode = m_borderEnable ? DrawFlags::Arrays | GL_LINE_STRIP : 0;
+        border.attributes = {BorderAttribute};
+        layers = {fill, border};
+        return;
+    }
+    // Only the ranges follow the view: a border switched off stays off, and its
+    // width stays, until the layers are built anew.
+    if (m_borderEnable) {
+        layers[BorderLayer].first = start;
+        layers[BorderLayer].count = end - start;
+    } else {
+        layers[BorderLayer].mode = 0;
+    }
+    layers[FillLayer].first = 2 * start;
+    layers[FillLayer].count = 2 * (end - start);
+}
+
+void AreaPlotter::_update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer)
+{
+    const QRectF area = plotterArea();
+    const double sampleWidth = area.width() / double(data().size());
+    QMatrix4x4 matrix;
+    matrix.ortho(m_frameRect);
+    matrix.translate(Vexal::toFloat(area.left() + xOffset()), 0.0f, 0.0f);
+    matrix.scale(Vexal::toFloat(sampleWidth), 1.0f, 1.0f);
+    program.setUniformValue("matrix", matrix);
+    if (layer.layer != FillLayer) {
+        program.setUniformValue("color", m_borderColor);
+        return;
+    }
+    // The gradient runs from color_bot at value 0 to color_top at the top edge.
+    program.setUniformValue("color_top", color());
+    program.setUniformValue("color_bot", m_enableGradient ? m_gradientColor : color());
+}

@@ -1,0 +1,371 @@
+#include "plotters/barplotter.h"
+
+#include "plotters/glhelpers.h"
+#include "plotters/sharegroupprogram.h"
+#include "plotters/singleprecision.h"
+#include "plugin/vexalutils.h"
+
+#include <QtOpenGL/QOpenGLShaderProgram>
+
+#include <algorithm>
+#include <cmath>
+
+//-----------------------------------------------------------------------------
+// [SECTION] Shader variants
+//-----------------------------------------------------------------------------
+
+namespace {
+
+// Five ways of drawing the bars exist. The variant decides the array layouts
+// and the draw call:
+//   0, 3: attribute vertex shader, vertex ids as an attribute, indexed triangles;
+//   1, 4: GLSL 130, vertex ids from gl_VertexID, indexed triangles;
+//   2:    GLSL 150 with a geometry shader that grows one point per bar into a bar.
+constexpr int GeometryVariant = 2;
+
+// "point" values per bar: four corners (bottom, bottom, top, top), one for the
+// geometry shader, none for an unknown variant.
+qsizetype pointsPerBar(int variant)
+{
+    if (variant == GeometryVariant)
+        return 1;
+    return variant >= 0 && variant <= 4 ? 4 : 0;
+}
+
+bool hasIndices(int variant)
+{
+    return variant != GeometryVariant;
+}
+
+bool hasVertexIds(int variant)
+{
+    return variant == 0 || variant == 3;
+}
+
+// Every vertex shader declares the same three uniforms after its inputs.
+#define BAR_UNIFORMS                  \
+    "uniform float screen_x;\n"       \
+    "uniform float screen_dx;\n"      \
+    "uniform float screen_dy;\n"
+
+const char *const AttributeVertexShader =
+    "attribute float point;\n"
+    "attribute float vertexID;\n"
+    BAR_UNIFORMS
+    "void main()\n"
+    "{\n"
+    "   float x\t\t= vertexID * screen_dx + screen_x;\n"
+    "   gl_Position\t= vec4( x, -point/screen_dy + 1.0, 1.0, 1.0);\n"
+    "}\n";
+
+const char *const Glsl130VertexShader =
+    "#version 130\n"
+    "in float point;\n"
+    BAR_UNIFORMS
+    "void main()\n"
+    "{\n"
+    "   float index\t= trunc( gl_VertexID / 4 ) + mod( gl_VertexID, 2 );\n"
+    "   float x\t\t= index * screen_dx + screen_x;\n"
+    "   gl_Position\t= vec4( x, -point/screen_dy + 1, 1.0, 1.0);\n"
+    "}";
+
+const char *const Glsl150VertexShader =
+    "#version 150\n"
+    "in float point;\n"
+    BAR_UNIFORMS
+    "void main()\n"
+    "{\n"
+    "   float x1 = gl_VertexID * screen_dx + screen_x; float x2 = (gl_VertexID+1) * screen_dx + screen_x;"
+    " gl_Position = vec4( x1, -point/screen_dy + 1, x2, 1.0);\n"
+    "}";
+
+const char *const Glsl150GeometryShader =
+    "#version 150\n"
+    "layout (points) in;\n"
+    "layout (triangle_strip, max_vertices = 4) out;\n"
+    "void main()\n"
+    "{\n"
+    "   vec4 bar = gl_in[0].gl_Position;\n"
+    "   gl_Position = vec4( bar.x, 1.0, 0.0, 1.0); EmitVertex();\n"
+    "   gl_Position = vec4( bar.z, 1.0, 0.0, 1.0); EmitVertex();\n"
+    "   gl_Position = vec4( bar.x, bar.y, 0.0, 1.0); EmitVertex();\n"
+    "   gl_Position = vec4( bar.z, bar.y, 0.0, 1.0); EmitVertex();\n"
+    "   EndPrimitive();\n"
+    "}";
+
+#undef BAR_UNIFORMS
+
+const char *const GlesFragmentShader =
+    "#ifdef GL_ES\n"
+    "precision mediump float;\n"
+    "#endif\n"
+    "uniform vec4 bar_color;\n"
+    "void main()\n"
+    "{\n"
+    "    gl_FragColor = bar_color;\n"
+    "}";
+
+const char *const Glsl130FragmentShader =
+    "#version 130\nout vec4 FragColor;\nuniform vec4 bar_color;\nvoid main()\n{\n    FragColor = bar_color;\n}";
+
+int chooseVariant(const QOpenGLContext &)
+{
+    // Every context takes the attribute variant; the other paths stay selectable
+    // by changing this one assignment.
+    const int variant = 0;
+    return variant;
+}
+
+QList<ShaderSource> variantSources(int variant)
+{
+    const auto source = [](QOpenGLShader::ShaderType stage, const char *text) {
+        return ShaderSource{stage, QString::fromLatin1(text)};
+    };
+    switch (variant) {
+    case 0:
+    case 3:
+        return {source(QOpenGLShader::Vertex, AttributeVertexShader),
+                source(QOpenGLShader::Fragment, GlesFragmentShader)};
+    case 1:
+    case 4:
+        return {source(QOpenGLShader::Vertex, Glsl130VertexShader),
+                source(QOpenGLShader::Fragment, Glsl130FragmentShader)};
+    case GeometryVariant:
+        return {source(QOpenGLShader::Vertex, Glsl150VertexShader),
+                source(QOpenGLShader::Geometry, Glsl150GeometryShader),
+                source(QOpenGLShader::Fragment, Glsl130FragmentShader)};
+    default:
+        return {};
+    }
+}
+
+// Shared by every bar plotter.
+ShareGroupProgram &barProgram()
+{
+    static ShareGroupProgram program("BarPlotter", chooseVariant, variantSources);
+    return program;
+}
+
+} // namespace
+
+//-----------------------------------------------------------------------------
+// [SECTION] Construction and properties
+//-----------------------------------------------------------------------------
+
+BarPlotter::BarPlotter(QObject *parent)
+    : IPlotter1D(parent)
+{
+}
+
+BarPlotter::~BarPlotter()
+{
+    // The buffers free their GL objects in the members' destructors.
+    detachFromChart();
+}
+
+void BarPlotter::setData(const QList<double> &values)
+{
+    // Unlike the base setter, bars keep data given before a chart is attached.
+    if (Vexal::sameData(data(), values))
+        return;
+    m_data = values;
+    if (m_glReady) {
+        rebuildPoints();
+        rebuildIndices();
+    }
+    emit dataChanged();
+    requestChartUpdate();
+}
+
+void BarPlotter::setPlotterArea(const QRectF &area)
+{
+    QRectF stored = area;
+    // Once the arrays exist the height is the data maximum, not the caller's.
+    if (m_glReady)
+        stored.setHeight(plotterArea().height());
+    storePlotterArea(stored);
+}
+
+QRectF BarPlotter::area_at(const QPointF &point) const
+{
+    const QList<double> &values = data();
+    const int index = _index_at(point.x());
+    // The right edge answers one past the last bar, which has no value.
+    if (index < 0 || index >= values.size())
+        return QRectF();
+    const QRectF bars = dataArea();
+    const double width = bars.width() / double(values.size());
+    return QRectF(bars.left() + index * width, 0.0, width, values[index]);
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] CPU-side arrays
+//-----------------------------------------------------------------------------
+
+void BarPlotter::rebuildPoints()
+{
+    m_dirty |= DirtyBits::Vertex;
+    QMutexLocker locker(&dataMutex);
+    const QList<double> &values = data();
+    const int variant = barProgram().variant();
+    double maximum = 0.0;
+    const qsizetype perBar = pointsPerBar(variant);
+    if (perBar == 4) {
+        m_points.clear();
+        m_points.resize(values.size() * 4);
+        float *corners = m_points.data();
+        for (qsizetype k = 0; k < values.size(); ++k) {
+            const double v = values[k];
+            corners[4 * k + 2] = corners[4 * k + 3] = Vexal::toFloat(v);
+            if (v > maximum)
+                maximum = v;
+        }
+    } else if (perBar == 1) {
+        m_points.clear();
+        maximum = values.isEmpty() ? 0.0 : values.first();
+        for (double v : values) {
+            m_points.append(Vexal::toFloat(v));
+            if (v > maximum)
+                maximum = v;
+        }
+    }
+    setPlotterAreaHeight(maximum);
+}
+
+void BarPlotter::rebuildIndices()
+{
+    const int variant = barProgram().variant();
+    if (!hasIndices(variant))
+        return;
+    const qsizetype bars = data().size();
+    const qsizetype indexed = m_indices.size();
+    if (indexed > bars * 6)
+        return; // never shrinks: the draw range keeps to the bars that exist
+    m_dirty |= DirtyBits::Index;
+    const qsizetype first = indexed / 6;
+    m_indices.resize(bars * 6);
+    quint32 *indices = m_indices.data();
+    for (qsizetype k = first; k < bars; ++k) {
+        const quint32 corner = quint32(4 * k);
+        const quint32 bar[6] = {corner + 1, corner + 2, corner, corner + 1, corner + 2, corner + 3};
+        std::copy(bar, bar + 6, indices + 6 * k);
+    }
+    if (!hasVertexIds(variant))
+        return;
+    m_vertexIds.resize(bars * 4);
+    float *ids = m_vertexIds.data();
+    for (qsizetype k = first; k < bars; ++k) {
+        ids[4 * k] = ids[4 * k + 2] = float(k);
+        ids[4 * k + 1] = ids[4 * k + 3] = float(k + 1);
+    }
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Render thread
+//-----------------------------------------------------------------------------
+
+void BarPlotter::prepareRender()
+{
+    QOpenGLShaderProgram *program = barProgram().acquire();
+    if (!m_glReady) {
+        m_glReady = true;
+        rebuildPoints();
+        rebuildIndices();
+        createBuffers();
+    }
+    if (!visible() || !program)
+        return;
+    program->bind();
+    uploadDirtyArrays();
+}
+
+void BarPlotter::createBuffers()
+{
+    const int variant = barProgram().variant();
+    m_pointBuffer.setUsagePattern(QOpenGLBuffer::DynamicDraw);
+    m_pointBuffer.create();
+    if (!hasIndices(variant))
+        return;
+    m_indexBuffer.setUsagePattern(QOpenGLBuffer::StaticDraw);
+    m_indexBuffer.create();
+    if (!hasVertexIds(variant))
+        return;
+    m_vertexIdBuffer.setUsagePattern(QOpenGLBuffer::StaticDraw);
+    m_vertexIdBuffer.create();
+}
+
+void BarPlotter::uploadDirtyArrays()
+{
+    const int variant = barProgram().variant();
+    if (m_dirty & DirtyBits::Vertex) {
+        m_dirty &= ~DirtyBits::Vertex;
+        QMutexLocker locker(&dataMutex);
+        if (const qsizetype perBar = pointsPerBar(variant)) {
+            m_barCount = int(m_points.size() / perBar);
+            Vexal::uploadWhole(m_pointBuffer, m_points);
+        }
+    }
+    if (m_dirty & DirtyBits::Index) {
+        m_dirty &= ~DirtyBits::Index;
+        Vexal::uploadWhole(m_indexBuffer, m_indices);
+        if (hasVertexIds(variant))
+            Vexal::uploadWhole(m_vertexIdBuffer, m_vertexIds);
+    }
+}
+
+void BarPlotter::render(const QRectF &area)
+{
+    const QRectF bars = dataArea();
+    if (!visible() || !bars.intersects(area))
+        return;
+    QOpenGLShaderProgram *program = barProgram().current();
+    if (!program)
+        return;
+    const double width = bars.width() / m_barCount;
+    const QRectF shown = bars.intersected(area);
+    const int first = std::max(Vexal::toInt(std::floor((shown.left() - bars.left()) / width)), 0);
+    const int last = std::min(m_barCount, Vexal::toInt(std::ceil((shown.right() - bars.left()) / width)));
+    if (last <= first)
+        return;
+
+    program->bind();
+    program->setUniformValue("bar_color", color());
+    program->setUniformValue("screen_dx", Vexal::toFloat(2.0 * width / area.width()));
+    program->setUniformValue("screen_x", Vexal::toFloat(2.0 * (bars.left() - area.left()) / area.width() - 1.0));
+    program->setUniformValue("screen_dy", Vexal::toFloat(area.height() * 0.5));
+    bindAttributes(*program);
+    QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
+    if (hasIndices(barProgram().variant())) {
+        m_indexBuffer.bind();
+        const qintptr firstByte = qintptr(first) * 6 * qintptr(sizeof(quint32));
+        gl->glDrawElements(GL_TRIANGLES, (last - first) * 6, GL_UNSIGNED_INT,
+                           reinterpret_cast<const void *>(firstByte));
+        m_indexBuffer.release();
+    } else {
+        gl->glDrawArrays(GL_POINTS, first, last - first);
+    }
+    Vexal::reportGlError();
+    releaseAttributes(*program);
+}
+
+void BarPlotter::bindAttributes(QOpenGLShaderProgram &program)
+{
+    m_pointBuffer.bind();
+    program.enableAttributeArray("point");
+    program.setAttributeBuffer("point", GL_FLOAT, 0, 1, 0);
+    if (!hasVertexIds(barProgram().variant()))
+        return;
+    m_vertexIdBuffer.bind();
+    program.enableAttributeArray("vertexID");
+    program.setAttributeBuffer("vertexID", GL_FLOAT, 0, 1, 0);
+}
+
+void BarPlotter::releaseAttributes(QOpenGLShaderProgram &program)
+{
+    program.disableAttributeArray("point");
+    m_pointBuffer.release();
+    if (!hasVertexIds(barProgram().variant()))
+        return;
+    program.disableAttributeArray("vertexID");
+    m_vertexIdBuffer.release();
+}
