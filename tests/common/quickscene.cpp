@@ -1,6 +1,8 @@
 #include "quickscene.h"
 
 #include "testplotter.h"
+#include "testplotter1d.h"
+#include "testzoomchart.h"
 
 #include <QtQml/QQmlEngine>
 #include <QtQml/qqml.h>
@@ -17,6 +19,8 @@ void prepareOpenGLTests()
 void registerTestTypes()
 {
     qmlRegisterType<TestPlotter>("VexalTest", 1, 0, "TestPlotter");
+    qmlRegisterType<TestPlotter1D>("VexalTest", 1, 0, "TestPlotter1D");
+    qmlRegisterType<TestZoomChart>("VexalTest", 1, 0, "TestZoomChart");
 }
 
 QuickScene::QuickScene(const QByteArray &qml, const QSize &size)

@@ -1,0 +1,108 @@
+#include "filters/decimatorfilter.h"
+
+#include "filters/roundedgroups.h"
+#include "plugin/vexalutils.h"
+
+#include <QtCore/QDebug>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+// This file is built with the loop vectorizer fully enabled: the pairwise
+// reduction is the hot loop of every long series.
+
+namespace {
+
+template <typename T>
+T atLeast(T value, T floor)
+{
+    return value > floor ? value : floor;
+}
+
+// The common case of an even size and factor 2: every group holds two cells.
+template <typename T>
+void reducePairs(const T *in, T *out, qsizetype m)
+{
+    for (qsizetype k = 0; k < m; ++k)
+        out[k] = atLeast(in[2 * k + 1], atLeast(in[2 * k], T(0)));
+}
+
+template <typename T>
+void reduceGroups(const T *in, qsizetype n, T *out, qsizetype m, double step)
+{
+    qsizetype written = 0;
+    Vexal::forEachRoundedGroup(n, step, [&](qsizetype k, qsizetype begin, qsizetype end) {
+        T v = T(0);
+        for (qsizetype i = begin; i < end; ++i)
+            v = atLeast(in[i], v);
+        if (k < m) {
+            out[k] = v;
+            written = k + 1;
+        } else {
+            // Rounding drift could leave groups past the last cell: merged into it.
+            out[m - 1] = atLeast(v, out[m - 1]);
+        }
+    });
+    std::fill(out + written, out + m, T(0));
+}
+
+} // namespace
+
+template <typename T>
+DecimatorFilter<T>::DecimatorFilter(double factor)
+    : m_factor(factor > 1.0 ? factor : 2.0)
+{
+    if (!(factor > 1.0))
+        qWarning() << "DecimatorFilter: reduction factor" << factor << "is not above 1, using 2";
+}
+
+template <typename T>
+bool DecimatorFilter<T>::setData(const QList<T> &input)
+{
+    if (input.isEmpty() || Vexal::sameData(m_levels.first(), input))
+        return false;
+    // The old levels lend their storage to the new ones of the same size: a
+    // stream of equally long inputs then rebuilds without allocating.
+    QList<QList<T>> previous = std::exchange(m_levels, QList<QList<T>>{input});
+    for (qsizetype k = 1; m_levels.last().size() > 1; ++k) {
+        QList<T> storage = k < previous.size() ? std::move(previous[k]) : QList<T>();
+        m_levels.append(reduce(m_levels.last(), std::move(storage)));
+    }
+    return true;
+}
+
+// One pass over the contiguous cells of source: each output cell is the largest
+// value of its group, compared against 0.0, so no cell is negative and NaN
+// values never win. storage is reused when it has the right size and nobody
+// else holds it.
+template <typename T>
+QList<T> DecimatorFilter<T>::reduce(const QList<T> &source, QList<T> storage) const
+{
+    const qsizetype n = source.size();
+    // Strictly fewer cells than the source, so that the pyramid always ends.
+    const qsizetype m = std::min(qsizetype(std::ceil(double(n) / m_factor)), n - 1);
+    if (storage.size() != m || !storage.isDetached())
+        storage = QList<T>(m);
+    const double step = double(n) / double(m);
+    if (step == 2.0)
+        reducePairs(source.constData(), storage.data(), m);
+    else
+        reduceGroups(source.constData(), n, storage.data(), m, step);
+    return storage;
+}
+
+template <typename T>
+int DecimatorFilter<T>::levelFor(double unitsPerPixel, const QRectF &area) const
+{
+    const qsizetype n = m_levels.first().size();
+    if (n == 0 || Vexal::fuzzyEqual(area.width(), 0.0))
+        return 0;
+    const double w0 = area.width() / double(n);
+    if (w0 > unitsPerPixel)
+        return 0; // input cells are already wider than a pixel
+    const int k = Vexal::toInt(std::ceil(std::log(unitsPerPixel / w0) / std::log(m_factor)));
+    return std::clamp(k, 0, levelCount() - 1);
+}
+
+template class DecimatorFilter<double>;

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "plugin/vexalglobal.h"
+
+#include <QtCore/QList>
+#include <QtCore/QRectF>
+
+// A pyramid of ever coarser copies of a series: level 0 is the input, each
+// further level keeps the maximum of groups of about `factor` cells of the level
+// below, down to a single cell, so that peaks survive any zoom-out. Level 0
+// shares the input's storage; every list is implicitly shared when handed out.
+// Instantiated in the library for double.
+template <typename T>
+class VEXAL_EXPORT DecimatorFilter
+{
+public:
+    // factor is the size ratio between two levels; it must exceed 1.
+    explicit DecimatorFilter(double factor = 2.0);
+
+    // Rebuilds the pyramid from input; returns false, keeping the old levels,
+    // when input is empty or equal to level 0.
+    bool setData(const QList<T> &input);
+
+    // The level whose cells are about one pixel wide, given the data units per
+    // pixel and the area that level 0 spans.
+    int levelFor(double unitsPerPixel, const QRectF &area) const;
+
+    const QList<QList<T>> &levels() const { return m_levels; }
+    const QList<T> &level(int k) const { return m_levels.at(k); }
+    int levelCount() const { return int(m_levels.size()); }
+    double factor() const { return m_factor; }
+
+private:
+    QList<T> reduce(const QList<T> &source, QList<T> storage) const;
+
+    QList<QList<T>> m_levels{QList<T>()}; // level 0 is the input, then coarser levels; one empty level
+    double m_factor = 2.0;                // size ratio between two levels, 2
+};
+
+extern template class DecimatorFilter<double>;

@@ -1,0 +1,82 @@
+#include "filters/decimatoru64.h"
+
+#include "chart/ichartarea.h"
+
+#include <QtCore/QMetaMethod>
+
+DecimatorU64::DecimatorU64(QObject *parent)
+    : Filter1D(parent)
+{
+    // The level depends on the units per input cell, so on the area as well.
+    connect(this, &Filter1D::areaChanged, this, &DecimatorU64::updateLevel);
+}
+
+DecimatorU64::~DecimatorU64() = default;
+
+const QList<double> &DecimatorU64::data() const
+{
+    return m_decimator.level(m_level);
+}
+
+IChartArea *DecimatorU64::chartArea() const
+{
+    return m_chartArea.data();
+}
+
+void DecimatorU64::setChartArea(IChartArea *chart)
+{
+    if (m_chartArea.data() == chart)
+        return;
+    if (IChartArea *old = m_chartArea.data())
+        disconnect(old, nullptr, this, nullptr);
+    m_chartArea = chart;
+    if (chart)
+        connectChart(chart);
+    emit chartAreaChanged();
+    updateLevel();
+}
+
+void DecimatorU64::connectChart(IChartArea *chart)
+{
+    connect(chart, &QQuickItem::widthChanged, this, &DecimatorU64::updateLevel);
+    // The visible rectangle of a plain chart is its chartRect.
+    connect(chart, &IChartArea::chartRectChanged, this, &DecimatorU64::updateLevel);
+    connect(chart, &QObject::destroyed, this, &DecimatorU64::chartAreaChanged);
+    // A zoomable chart announces its zoom with zoomRectChanged(); looked up by
+    // name so that any chart class offering it is followed.
+    const QMetaObject *chartMeta = chart->metaObject();
+    const int zoomSignal = chartMeta->indexOfSignal("zoomRectChanged()");
+    if (zoomSignal < 0)
+        return;
+    const QMetaMethod slot = staticMetaObject.method(staticMetaObject.indexOfSlot("updateLevel()"));
+    connect(chart, chartMeta->method(zoomSignal), this, slot);
+}
+
+bool DecimatorU64::_filter_func(const QList<double> &input)
+{
+    if (!m_decimator.setData(input))
+        return false;
+    // A shorter input may have fewer levels than the one chosen before.
+    m_level = std::min(m_level, m_decimator.levelCount() - 1);
+    chooseLevel();
+    return true;
+}
+
+bool DecimatorU64::chooseLevel()
+{
+    const IChartArea *chart = m_chartArea.data();
+    if (!chart || chart->width() < 1.0 || m_decimator.level(0).isEmpty())
+        return false;
+    const double unitsPerPixel = chart->visibleRect().width() / chart->width();
+    const int k = m_decimator.levelFor(unitsPerPixel, area());
+    if (k == m_level)
+        return false;
+    m_level = k;
+    return true;
+}
+
+void DecimatorU64::updateLevel()
+{
+    if (chooseLevel())
+        _request_data_update();
+}

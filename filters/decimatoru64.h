@@ -1,0 +1,46 @@
+#pragma once
+
+#include "filters/decimatorfilter.h"
+#include "filters/filter1d.h"
+
+class IChartArea;
+Q_MOC_INCLUDE("chart/ichartarea.h")
+
+// Hands down the level of a maximum pyramid whose cells are about one pixel
+// wide on the chart that shows it, so that a long series costs its plotters
+// only as many cells as there are pixels. The level follows the chart's pixel
+// width and, on a zoomable chart, its zoom.
+class VEXAL_EXPORT DecimatorU64 : public Filter1D
+{
+    Q_OBJECT
+    Q_PROPERTY(IChartArea *chartArea READ chartArea WRITE setChartArea NOTIFY chartAreaChanged)
+
+public:
+    explicit DecimatorU64(QObject *parent = nullptr);
+    ~DecimatorU64() override;
+
+    // The chosen level of the pyramid, shared, not copied.
+    const QList<double> &data() const override;
+
+    IChartArea *chartArea() const;
+    void setChartArea(IChartArea *chart);
+
+    int level() const { return m_level; }
+    const DecimatorFilter<double> &decimator() const { return m_decimator; }
+
+protected:
+    bool _filter_func(const QList<double> &input) override;
+
+private slots:
+    // Picks the level for the chart's current width and visible rectangle and
+    // hands it down when it changed.
+    void updateLevel();
+
+private:
+    bool chooseLevel();
+    void connectChart(IChartArea *chart);
+
+    DecimatorFilter<double> m_decimator; // the pyramid, one empty level
+    int m_level = 0;                     // index of the level that data() returns, 0
+    QPointer<IChartArea> m_chartArea;    // chart whose size and zoom select the level; not owned, null
+};

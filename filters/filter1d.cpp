@@ -1,0 +1,254 @@
+#include "filters/filter1d.h"
+
+#include "plotters/iplotter1d.h"
+#include "plugin/vexalutils.h"
+
+#include <QtCore/QDebug>
+#include <QtCore/QSet>
+#include <QtCore/QUuid>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// Width of one of the n equal cells that the area is divided into.
+double cellWidth(const QRectF &area, qsizetype n)
+{
+    return area.width() / double(n);
+}
+
+} // namespace
+
+//-----------------------------------------------------------------------------
+// [SECTION] Construction and properties
+//-----------------------------------------------------------------------------
+
+Filter1D::Filter1D(QObject *parent)
+    : QObject(parent)
+    , m_dataID(QUuid::createUuid().toString())
+{
+}
+
+Filter1D::~Filter1D() = default;
+
+const QList<double> &Filter1D::data() const
+{
+    return m_data;
+}
+
+void Filter1D::setData(const QList<double> &input)
+{
+    if (_filter_func(input))
+        _request_data_update();
+}
+
+const QRectF &Filter1D::area() const
+{
+    return m_area;
+}
+
+void Filter1D::setArea(const QRectF &r)
+{
+    if (Vexal::sameRect(m_area, r))
+        return;
+    m_area = r;
+    // Indexed loops: a child's handlers may change these lists meanwhile.
+    for (qsizetype i = 0; i < m_filters.size(); ++i)
+        m_filters.at(i)->setArea(r);
+    for (qsizetype i = 0; i < m_plotters.size(); ++i)
+        m_plotters.at(i)->setPlotterArea(r);
+    emit areaChanged();
+}
+
+const QString &Filter1D::dataID() const
+{
+    return m_dataID;
+}
+
+void Filter1D::setDataID(const QString &id)
+{
+    if (m_dataID == id)
+        return;
+    m_dataID = id;
+    emit dataIDChanged();
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Tree
+//-----------------------------------------------------------------------------
+
+void Filter1D::addFilter(Filter1D *filter)
+{
+    if (!filter) {
+        qWarning("Filter1D::addFilter: a null filter was ignored");
+        return;
+    }
+    if (m_filters.contains(filter))
+        return;
+    if (isInSubtreeOf(filter)) {
+        qWarning("Filter1D::addFilter: refused a filter that is this node or one of its ancestors (a cycle)");
+        return;
+    }
+    m_filters.append(filter);
+    connect(filter, &QObject::destroyed, this, &Filter1D::forgetNode, Qt::UniqueConnection);
+    filter->setParentFilter(this);
+    filter->setDataID(dataID());
+    filter->setArea(area());
+    filter->setData(data());
+}
+
+void Filter1D::removeFilter(Filter1D *filter)
+{
+    if (!m_filters.removeOne(filter))
+        return;
+    // A detached child no longer recomputes from this node's output.
+    if (filter->m_parentFilter == this)
+        filter->setParentFilter(nullptr);
+}
+
+void Filter1D::addPlotter(IPlotter1D *plotter)
+{
+    if (!plotter) {
+        qWarning("Filter1D::addPlotter: a null plotter was ignored");
+        return;
+    }
+    if (m_plotters.contains(plotter))
+        return;
+    m_plotters.append(plotter);
+    connect(plotter, &QObject::destroyed, this, &Filter1D::forgetNode, Qt::UniqueConnection);
+    plotter->setPlotterArea(area());
+    plotter->setData(data());
+}
+
+void Filter1D::removePlotter(IPlotter1D *plotter)
+{
+    m_plotters.removeOne(plotter);
+}
+
+QList<IPlotter1D *> Filter1D::plotters() const
+{
+    return m_plotters;
+}
+
+void Filter1D::setParentFilter(const Filter1D *parent)
+{
+    m_parentFilter = parent;
+}
+
+// True when this node is root itself or lies below it: adding root as a child
+// would then close a cycle and recurse forever on setData.
+bool Filter1D::isInSubtreeOf(const Filter1D *root) const
+{
+    QList<const Filter1D *> pending{root};
+    QSet<const Filter1D *> visited;
+    while (!pending.isEmpty()) {
+        const Filter1D *node = pending.takeLast();
+        if (node == this)
+            return true;
+        if (visited.contains(node))
+            continue;
+        visited.insert(node);
+        for (const Filter1D *child : node->m_filters)
+            pending.append(child);
+    }
+    return false;
+}
+
+void Filter1D::forgetNode(QObject *node)
+{
+    // Compared by address only: the object is already partly destroyed.
+    m_filters.removeIf([node](const Filter1D *f) { return static_cast<const QObject *>(f) == node; });
+    m_plotters.removeIf([node](const IPlotter1D *p) { return static_cast<const QObject *>(p) == node; });
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Data flow
+//-----------------------------------------------------------------------------
+
+bool Filter1D::_filter_func(const QList<double> &input)
+{
+    if (Vexal::sameData(m_data, input))
+        return false;
+    m_data = input;
+    return true;
+}
+
+void Filter1D::_request_data_update()
+{
+    // A shallow copy: stays valid even if a handler replaces this node's output.
+    const QList<double> output = data();
+    for (qsizetype i = 0; i < m_filters.size(); ++i)
+        m_filters.at(i)->setData(output);
+    for (qsizetype i = 0; i < m_plotters.size(); ++i)
+        m_plotters.at(i)->setData(output);
+    emit dataChanged();
+}
+
+const QList<double> &Filter1D::originalData() const
+{
+    if (const Filter1D *parent = m_parentFilter.data())
+        return parent->data();
+    return data();
+}
+
+int Filter1D::size2D() const
+{
+    return int(data().size() / 2);
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Index lookups
+//-----------------------------------------------------------------------------
+
+int Filter1D::__start_index(const QRectF &r) const
+{
+    const QRectF covered = m_area.intersected(r);
+    return Vexal::toInt(std::floor((covered.left() - m_area.left()) / cellWidth(m_area, data().size())));
+}
+
+int Filter1D::__end_index(const QRectF &r) const
+{
+    const QRectF covered = m_area.intersected(r);
+    return Vexal::toInt(std::ceil((covered.right() - m_area.left()) / cellWidth(m_area, data().size())));
+}
+
+int Filter1D::index_at(double x) const
+{
+    const qsizetype n = data().size();
+    // QRectF::contains lets NaN through: no comparison with it fails.
+    if (std::isnan(x) || !m_area.contains(x, 0.0) || n == 0 || Vexal::fuzzyEqual(m_area.width(), 0.0))
+        return -1;
+    // Rounds to the nearest cell boundary: the right half of cell k maps to k + 1.
+    const int k = Vexal::toInt(std::round((x - m_area.left()) / cellWidth(m_area, n)));
+    return std::clamp(k, 0, int(n - 1));
+}
+
+double Filter1D::value_at(double x) const
+{
+    const int k = index_at(x);
+    return k < 0 ? 0.0 : data().at(k);
+}
+
+const QRectF Filter1D::area_at(const QPointF &p) const
+{
+    const int k = index_at(p.x());
+    if (k < 0)
+        return QRectF();
+    const double w = cellWidth(m_area, data().size());
+    return QRectF(m_area.left() + k * w, 0.0, w, data().at(k));
+}
+
+double Filter1D::max_in(const QRectF &r) const
+{
+    const QList<double> &values = data();
+    if (r.intersected(m_area).isEmpty() || values.isEmpty())
+        return 0.0;
+    // Clamped here: derived index rules and rounding may reach past the ends.
+    const qsizetype start = std::max(__start_index(r), 0);
+    const qsizetype end = std::min(qsizetype(__end_index(r)), values.size());
+    double m = 0.0;
+    for (qsizetype k = start; k < end; ++k)
+        m = std::max(m, values.at(k));
+    return m;
+}

@@ -1,0 +1,21 @@
+#include "testzoomchart.h"
+
+#include "plugin/vexalutils.h"
+
+TestZoomChart::TestZoomChart(QQuickItem *parent)
+    : IChartArea(parent)
+{
+}
+
+TestZoomChart::~TestZoomChart()
+{
+    closeRenderGate();
+}
+
+void TestZoomChart::setZoomRect(const QRectF &rect)
+{
+    if (Vexal::sameRect(m_zoomRect, rect))
+        return;
+    m_zoomRect = rect;
+    emit zoomRectChanged();
+}
