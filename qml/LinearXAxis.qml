@@ -1,4 +1,73 @@
-import QtQuick
+import QtQuick 2.14
+import QtQuick.Controls.Material 2.12
+import "utils.js" as Utils
 
+// Tick marks and labels under a chart for the data range rectArea.x .. right.
 Item {
+    id: xAxis
+
+    property color axisLineColor: Material.color(Material.Grey, Material.Shade300)
+    property color axisBaseColor: Material.color(Material.Grey, Material.Shade400)
+    property color axisTextColor: Material.color(Material.Grey, Material.Shade700)
+    property rect rectArea
+    // Value to label text; null selects format_num.
+    property var axisTextFunc: null
+    property int textOffset: 1
+
+    property real minTickWidth: 70
+    readonly property real maxNumTick: width / minTickWidth
+    // Smallest data distance between two ticks, and the round step chosen above it.
+    readonly property real minDxTick: rectArea.width / maxNumTick
+    readonly property real dxTick: Utils.tickStep(rectArea.width, maxNumTick)
+    readonly property real xTickOffset: Math.ceil(rectArea.x / dxTick) * dxTick
+    // NaN for a degenerate rectangle, which draws no tick.
+    readonly property int xTicks: Math.floor((rectArea.width - xTickOffset + rectArea.x) / dxTick) + 1 || 0
+
+    implicitHeight: 8 + textOffset + tickMetrics.height
+
+    function format_num(num, decimals = 2) {
+        return Utils.formatSmall(num, decimals, ["e-18", "e-15", "e-12", "e-9", "e-6", "e-3", ""])
+    }
+
+    function label(value) {
+        return axisTextFunc ? axisTextFunc(value) : format_num(value)
+    }
+
+    // Maps a data span onto the axis' pixels.
+    function toPixels(span) {
+        return span / rectArea.width * width
+    }
+
+    FontMetrics {
+        id: tickMetrics
+        font.pointSize: 9
+    }
+
+    Item {
+        id: ticks
+        x: xAxis.toPixels(xAxis.xTickOffset - xAxis.rectArea.x) || 0
+
+        Repeater {
+            objectName: "ticks"
+            model: Math.floor(Math.max(Math.min(xAxis.xTicks, xAxis.maxNumTick), 0))
+
+            Rectangle {
+                required property int index
+                readonly property real value: xAxis.xTickOffset + index * xAxis.dxTick
+
+                x: xAxis.toPixels(index * xAxis.dxTick)
+                width: 1
+                height: 8
+                color: xAxis.axisBaseColor
+
+                Text {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    y: parent.height + xAxis.textOffset
+                    font.pointSize: 9
+                    color: xAxis.axisTextColor
+                    text: xAxis.label(parent.value)
+                }
+            }
+        }
+    }
 }

@@ -1,4 +1,304 @@
-import QtQuick
+import QtQuick 2.14
+import QtQuick.Controls 2.12
+import QtQuick.Controls.Material 2.12
+import QtQuick.Shapes 1.12
+import VexalPlugin 1.0
+import "./Legend"
+import "utils.js" as Utils
 
+// A complete chart: the zoomable chart area with its axes, a navigator bar and
+// a legend. Left-button gestures zoom (the direction of the drag chooses how),
+// the middle and right buttons pan, Escape cancels a gesture.
 Item {
+    id: vexal
+
+    property alias refChartArea: chart
+    property alias refNavigator: navBar.navChart
+    property alias refChartMouse: zoomMouse
+    property alias refLegend: legend
+    property alias isYAxisLog: linearYAxis.isLogScale
+    property alias updateIntervalMs: chart.updateIntervalMs
+    readonly property alias xAxis: linearXAxis
+    readonly property alias yAxis: linearYAxis
+    // Set by Escape: the gesture under way does nothing at its release.
+    property bool stopZoom: false
+    property bool enableNavigatorBar: true
+    property bool enableLegend: true
+
+    signal exportComplete(string path)
+
+    implicitWidth: 200
+    implicitHeight: 200
+
+    // Saves the view, on the theme's background, at upsize times its size.
+    function exportImage(path, upsize = 1) {
+        saveView.scheduleUpdate()
+        saveView.grabToImage(function (result) {
+            result.saveToFile(path)
+            vexal.exportComplete(path)
+        }, Qt.size(saveView.width * upsize, saveView.height * upsize))
+    }
+
+    // Seconds as text in the SI time unit that suits their magnitude.
+    function format_time(num, decimals = 2) {
+        return Utils.formatSmall(num, decimals, [" as", " fs", " ps", " ns", " us", " ms", " s"])
+    }
+
+    // The gesture of a drag from the press point to (x, y); y grows downwards.
+    function gestureTo(x, y) {
+        const right = x > zoomMouse.startMouseX
+        if (y < zoomMouse.startMouseY)
+            return right ? "Zoom Out" : "Zoom Fit"
+        return right ? "Zoom Rect" : "Zoom In"
+    }
+
+    function setZoomX(x, width) {
+        const rect = chart.zoomRect
+        chart.zoomRect = Qt.rect(x, rect.y, width, rect.height)
+    }
+
+    function zoomOut() {
+        const rect = chart.zoomRect
+        const newWidth = rect.width * 2
+        // A data width against the item's pixel width: kept as the reset rule.
+        if (newWidth > chart.width) {
+            chart.resetZoomView()
+            return
+        }
+        const right = chart.chartRect.right
+        setZoomX(rect.x + newWidth > right ? right - newWidth : rect.x, newWidth)
+    }
+
+    // Zooms onto the selection band.
+    function zoomToBand() {
+        const rect = chart.zoomRect
+        const x1 = Math.min(zoomMouse.p1, zoomMouse.p2) / chart.width * rect.width + rect.x
+        const x2 = Math.max(zoomMouse.p1, zoomMouse.p2) / chart.width * rect.width + rect.x
+        // A band of no width (press on the right edge) would show nothing.
+        if (x2 > x1)
+            setZoomX(x1, x2 - x1)
+    }
+
+    function zoom(gesture) {
+        if (gesture === "Zoom Out")
+            zoomOut()
+        else if (gesture === "Zoom Fit")
+            chart.resetZoomView()
+        else if (gesture === "Zoom Rect")
+            zoomToBand()
+        else
+            setZoomX(chart.zoomRect.x, chart.zoomRect.width / 2)
+        navBar.navChart.recalcWidth()
+    }
+
+    // Moves the zoom by a number of the chart's pixels, inside the chart's data.
+    function pan(pixels) {
+        const rect = chart.zoomRect
+        const dx = pixels / chart.width * rect.width
+        setZoomX(Utils.bound(rect.x + dx, chart.chartRect.left, chart.chartRect.right - rect.width), rect.width)
+    }
+
+    Item {
+        id: keyHandler
+        anchors.fill: parent
+        focus: vexal.visible
+        Keys.onEscapePressed: vexal.stopZoom = true
+    }
+
+    Item {
+        id: root
+        anchors.fill: parent
+
+        LinearYAxis {
+            id: linearYAxis
+            anchors.fill: chart
+            rectArea: chart.zoomRect
+            axisTextFunc: Utils.format_event
+        }
+
+        ChartArea {
+            id: chart
+            objectName: "chart"
+            anchors.top: parent.top
+            anchors.topMargin: 12
+            anchors.left: parent.left
+            anchors.leftMargin: linearYAxis.visible ? 60 : 12
+            anchors.right: parent.right
+            anchors.rightMargin: 12
+            anchors.bottom: navBar.top
+            anchors.bottomMargin: linearXAxis.visible ? 36 : 12
+        }
+
+        LinearXAxis {
+            id: linearXAxis
+            anchors.top: chart.bottom
+            anchors.left: chart.left
+            width: chart.width
+            rectArea: chart.zoomRect
+            axisTextFunc: vexal.format_time
+        }
+
+        NavigatorBar {
+            id: navBar
+            anchors.left: chart.left
+            anchors.right: chart.right
+            anchors.bottom: legend.top
+            anchors.bottomMargin: 6
+            height: vexal.enableNavigatorBar ? 58 : 0
+            enabled: vexal.enableNavigatorBar
+            visible: vexal.enableNavigatorBar
+            mainChartArea: chart
+        }
+
+        HorizontalLegend {
+            id: legend
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            anchors.bottomMargin: vexal.enableLegend ? 12 : 6
+            height: vexal.enableLegend ? implicitHeight : 0
+            enabled: vexal.enableLegend
+            visible: vexal.enableLegend
+            // Decorators and overlays draw in other layers and have no row.
+            plotterList: chart.plotter.filter(p => p.drawLayer === 1)
+        }
+
+        // The overview's range under its two ends, above the legend.
+        Item {
+            anchors.top: navBar.bottom
+            anchors.left: navBar.left
+            anchors.right: navBar.right
+            visible: vexal.enableNavigatorBar
+
+            Label {
+                objectName: "rangeStart"
+                anchors.left: parent.left
+                text: linearXAxis.axisTextFunc(navBar.navChart.zoomRect.left)
+                color: linearXAxis.axisTextColor
+            }
+
+            Label {
+                objectName: "rangeEnd"
+                anchors.right: parent.right
+                text: linearXAxis.axisTextFunc(navBar.navChart.zoomRect.right)
+                color: linearXAxis.axisTextColor
+            }
+        }
+
+        MouseArea {
+            id: zoomMouse
+            objectName: "zoomMouse"
+
+            // Ends of the selection band and the press point, in the chart's pixels.
+            property real p1: 0
+            property real p2: 0
+            property real startMouseX: 0
+            property real startMouseY: 0
+            readonly property bool zooming: pressed && !vexal.stopZoom
+
+            anchors.fill: chart
+            hoverEnabled: true
+
+            onPressed: (mouse) => {
+                keyHandler.forceActiveFocus()
+                p1 = mouse.x
+                p2 = mouse.x
+                startMouseX = mouse.x
+                startMouseY = mouse.y
+            }
+            onPositionChanged: (mouse) => {
+                if (zooming)
+                    p2 = Utils.bound(mouse.x, 0, width)
+            }
+            onReleased: (mouse) => {
+                if (!vexal.stopZoom)
+                    vexal.zoom(vexal.gestureTo(mouse.x, mouse.y))
+                vexal.stopZoom = false
+            }
+        }
+
+        MouseArea {
+            id: panMouse
+            property real oldFrameX: 0
+
+            anchors.fill: chart
+            acceptedButtons: Qt.MiddleButton | Qt.RightButton
+            propagateComposedEvents: true
+
+            onPressed: (mouse) => oldFrameX = mouse.x
+            onMouseXChanged: {
+                const delta = oldFrameX - mouseX
+                if (delta === 0)
+                    return
+                oldFrameX = mouseX
+                vexal.pan(delta)
+            }
+        }
+
+        // Feedback of the zoom gesture under way.
+        Item {
+            id: gestureFeedback
+            readonly property string gesture: vexal.gestureTo(zoomMouse.mouseX, zoomMouse.mouseY)
+
+            anchors.fill: chart
+            visible: zoomMouse.zooming
+
+            Rectangle {
+                objectName: "selectionBand"
+                x: Math.min(zoomMouse.p1, zoomMouse.p2)
+                width: Math.abs(zoomMouse.p1 - zoomMouse.p2)
+                height: parent.height
+                color: "#4d4dc2e6"
+                visible: gestureFeedback.gesture === "Zoom Rect"
+            }
+
+            Rectangle {
+                x: zoomMouse.startMouseX - width / 2
+                y: zoomMouse.startMouseY - height / 2
+                width: 20
+                height: 20
+                color: "transparent"
+                border.color: "red"
+                border.width: 4
+            }
+
+            Shape {
+                anchors.fill: parent
+
+                ShapePath {
+                    strokeColor: "red"
+                    strokeWidth: 4
+                    fillColor: "transparent"
+                    startX: zoomMouse.startMouseX
+                    startY: zoomMouse.startMouseY
+                    PathLine { x: zoomMouse.mouseX; y: zoomMouse.mouseY }
+                }
+            }
+
+            Label {
+                objectName: "gestureLabel"
+                x: zoomMouse.mouseX - width / 2
+                y: zoomMouse.mouseY - height - 8
+                text: gestureFeedback.gesture
+                color: Material.foreground
+            }
+        }
+    }
+
+    // The picture that exportImage saves: the view over the theme's background.
+    ShaderEffectSource {
+        id: saveView
+        width: vexal.width
+        height: vexal.height
+        sourceItem: root
+        live: false
+        visible: false
+        samples: 8
+
+        Rectangle {
+            anchors.fill: parent
+            z: -0.5
+            color: vexal.Material.background
+        }
+    }
 }
