@@ -8,7 +8,7 @@ VEXAL_PACKAGES=(
     qml6-module-qtquick-shapes qml6-module-qtquick-dialogs qml6-module-qtquick-layouts
     qml6-module-qtquick-window qml6-module-qtqml-workerscript qml6-module-qt5compat-graphicaleffects
     qml6-module-qttest libqt6svg6 qt6-qpa-plugins xvfb xauth libgl1-mesa-dri
-    libbenchmark-dev
+    libbenchmark-dev qml6-module-qtcharts qt6-charts-dev
 )
 
 install_missing_packages() {

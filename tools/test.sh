@@ -20,6 +20,8 @@ run_tests() { # build-dir cmake-flags...
 }
 
 run_tests build
+echo "== benchmark, short mode (no timing is asserted)"
+with_display build/bin/vexal-bench-charts --short
 if [[ $quick == 0 ]]; then
     # Leaks of Qt, Mesa and the X libraries are not ours; the module's own
     # lifetimes are checked by the tests themselves.

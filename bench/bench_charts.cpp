@@ -1,0 +1,536 @@
+// Side-by-side benchmark of Vexal and Qt Charts on the same long series.
+//
+// The parent process runs every measurement in a child process of its own (so
+// that peak memory belongs to one system and one scenario), collects the
+// results and prints one table. A child shows a 1200 x 600 window on the
+// OpenGL scene graph with either a Vexal ChartArea (a DecimatorU64 feeding a
+// BarPlotter, or the values going straight into the BarPlotter) or a Qt Charts
+// ChartView with an OpenGL LineSeries, and measures:
+//   first frame  - from handing the N values over until the frame showing them;
+//   zoom/pan     - 20 steps (ten halvings moving across the data, ten pans);
+//   live update  - 20 successive replacements of the N values;
+//   memory       - peak resident memory above the empty window, per sample,
+//                  while the series is shown, zoomed and panned.
+// A frame "shows" a change once the scene has settled: the time is that of the
+// last frame swapped before the window stays idle, so deferred work (queued
+// updates, dropped redraw requests) is counted and never missed.
+
+#include "chart/chartarea.h"
+#include "filters/decimatoru64.h"
+#include "plotters/barplotter.h"
+
+#include <QtCharts/QValueAxis>
+#include <QtCharts/QXYSeries>
+#include <QtCore/QCommandLineParser>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QProcess>
+#include <QtGui/QOpenGLContext>
+#include <QtGui/QOpenGLFunctions>
+#include <QtQml/QQmlComponent>
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <QtWidgets/QApplication>
+
+#include <algorithm>
+#include <atomic>
+#include <cstdio>
+#include <memory>
+#include <random>
+
+namespace {
+
+//-----------------------------------------------------------------------------
+// [SECTION] Shared helpers
+//-----------------------------------------------------------------------------
+
+constexpr int WindowWidth = 1200;
+constexpr int WindowHeight = 600;
+constexpr int ZoomSteps = 10;          // halvings, followed by as many pans
+constexpr int LiveUpdates = 20;
+constexpr double MaxValue = 1000.0;    // values are uniform in [0, MaxValue)
+constexpr qint64 SettleMs = 150;       // idle time after which a frame counts as final
+constexpr qint64 ThrottleGapMs = 30;   // idle time before a step, longer than the redraw throttle
+
+enum class System { Vexal, VexalRaw, QtCharts };
+
+const char *systemName(System s)
+{
+    switch (s) {
+    case System::Vexal: return "vexal";
+    case System::VexalRaw: return "vexal-raw";
+    case System::QtCharts: return "qtcharts";
+    }
+    return "";
+}
+
+QList<double> makeValues(qint64 n, quint64 seed)
+{
+    std::mt19937_64 engine(seed);
+    std::uniform_real_distribution<double> uniform(0.0, MaxValue);
+    QList<double> values(n);
+    for (double &v : values)
+        v = uniform(engine);
+    return values;
+}
+
+qint64 statusKiB(const char *field)
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray key = QByteArray(field) + ':';
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith(key))
+            return line.mid(key.size()).trimmed().split(' ').value(0).toLongLong();
+    }
+    return 0;
+}
+
+// Starts a new peak-memory measurement at the current resident size.
+void resetPeakMemory()
+{
+    QFile clearRefs(QStringLiteral("/proc/self/clear_refs"));
+    if (clearRefs.open(QIODevice::WriteOnly))
+        clearRefs.write("5");
+}
+
+double median(QList<double> v)
+{
+    if (v.isEmpty())
+        return qQNaN();
+    std::sort(v.begin(), v.end());
+    const qsizetype m = v.size() / 2;
+    return v.size() % 2 ? v[m] : (v[m - 1] + v[m]) / 2.0;
+}
+
+QString cpuName()
+{
+    QFile cpuinfo(QStringLiteral("/proc/cpuinfo"));
+    if (cpuinfo.open(QIODevice::ReadOnly)) {
+        for (const QByteArray &line : cpuinfo.readAll().split('\n')) {
+            if (line.startsWith("model name"))
+                return QString::fromLatin1(line.mid(line.indexOf(':') + 1).trimmed());
+        }
+    }
+    return QStringLiteral("unknown CPU");
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Frame clock: when has a change reached the screen?
+//-----------------------------------------------------------------------------
+
+class FrameClock
+{
+public:
+    explicit FrameClock(QQuickWindow *window)
+        : m_window(window)
+    {
+        m_clock.start();
+        QObject::connect(window, &QQuickWindow::frameSwapped, window,
+                         [this] { m_lastSwap.store(m_clock.nsecsElapsed()); }, Qt::DirectConnection);
+        QObject::connect(window, &QQuickWindow::afterRendering, window, [this] {
+            if (m_renderer.isEmpty()) {
+                auto *gl = QOpenGLContext::currentContext()->functions();
+                m_renderer = QString::fromLatin1(reinterpret_cast<const char *>(gl->glGetString(GL_RENDERER)));
+            }
+        }, Qt::DirectConnection);
+    }
+
+    // Runs change() and returns the milliseconds until the last frame swapped
+    // before the window went idle for SettleMs; negative when it never settled.
+    double measure(const std::function<void()> &change)
+    {
+        waitIdle(ThrottleGapMs);
+        const qint64 start = m_clock.nsecsElapsed();
+        const qint64 swapBefore = m_lastSwap.load();
+        change();
+        const qint64 deadline = start + qint64(120) * 1000000000;
+        while (m_clock.nsecsElapsed() < deadline) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+            const qint64 swap = m_lastSwap.load();
+            if (swap != swapBefore && m_clock.nsecsElapsed() - swap > SettleMs * 1000000)
+                return double(swap - start) / 1e6;
+        }
+        return -1.0;
+    }
+
+    // Processes events until nothing was swapped for ms milliseconds.
+    void waitIdle(qint64 ms)
+    {
+        QElapsedTimer idle;
+        idle.start();
+        qint64 swap = m_lastSwap.load();
+        while (idle.elapsed() < ms) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+            if (m_lastSwap.load() != swap) {
+                swap = m_lastSwap.load();
+                idle.restart();
+            }
+        }
+    }
+
+    QString renderer() const { return m_renderer; }
+
+private:
+    QQuickWindow *m_window;
+    QElapsedTimer m_clock;
+    std::atomic<qint64> m_lastSwap{-1}; // ns of the last frameSwapped
+    QString m_renderer;                 // GL_RENDERER, read on the render thread
+};
+
+//-----------------------------------------------------------------------------
+// [SECTION] The two systems behind one interface
+//-----------------------------------------------------------------------------
+
+// The visible x range of the zoom and pan script, step by step.
+QList<QPair<double, double>> zoomScript(double n)
+{
+    QList<QPair<double, double>> steps;
+    double width = n;
+    double left = 0.0;
+    for (int i = 1; i <= ZoomSteps; ++i) {
+        width /= 2.0;
+        left = (n - width) * i / (ZoomSteps + 1); // moves across the data while zooming in
+        steps.append({left, width});
+    }
+    for (int i = 0; i < ZoomSteps; ++i) {
+        left = std::clamp(left - width / 2.0, 0.0, n - width); // pans back towards the start
+        steps.append({left, width});
+    }
+    return steps;
+}
+
+class ChartUnderTest
+{
+public:
+    virtual ~ChartUnderTest() = default;
+    virtual QByteArray qml() const = 0;
+    virtual void prepare(QQuickItem *root, qint64 n) = 0;   // untimed set-up for N values
+    virtual void hand(const QList<double> &values) = 0;    // timed: hand the values over
+    virtual void showRange(double left, double width) = 0; // timed: zoom or pan
+};
+
+class VexalChart : public ChartUnderTest
+{
+public:
+    explicit VexalChart(bool decimated) : m_decimated(decimated) {}
+
+    QByteArray qml() const override
+    {
+        return "import QtQuick 2.15\nimport VexalPlugin 1.0\n"
+               "Item {\n"
+               "  ChartArea { objectName: 'chart'; anchors.fill: parent }\n"
+               "  BarPlotter { objectName: 'bars' }\n"
+               "  DecimatorU64 { objectName: 'decimator' }\n"
+               "}\n";
+    }
+
+    void prepare(QQuickItem *root, qint64 n) override
+    {
+        m_chart = root->findChild<ChartArea *>(QStringLiteral("chart"));
+        m_bars = root->findChild<BarPlotter *>(QStringLiteral("bars"));
+        m_decimator = root->findChild<DecimatorU64 *>(QStringLiteral("decimator"));
+        m_bars->setChartArea(m_chart);
+        const QRectF area(0, 0, double(n), 1);
+        if (m_decimator && m_decimated) {
+            m_decimator->setChartArea(m_chart);
+            m_decimator->setArea(area);
+            m_decimator->addPlotter(m_bars);
+        } else {
+            m_bars->setPlotterArea(area);
+        }
+        m_chart->requestUpdate();
+        m_chart->resetZoomView(); // the whole N-sample range is shown from the first frame
+    }
+
+    void hand(const QList<double> &values) override
+    {
+        if (m_decimated)
+            m_decimator->setData(values);
+        else
+            m_bars->setData(values);
+    }
+
+    void showRange(double left, double width) override
+    {
+        const QRectF zoom = m_chart->zoomRect();
+        m_chart->setZoomRect(QRectF(left, zoom.y(), width, zoom.height()));
+    }
+
+private:
+    bool m_decimated;                   // values pass through the decimator
+    ChartArea *m_chart = nullptr;       // the chart item
+    BarPlotter *m_bars = nullptr;       // the plotter
+    DecimatorU64 *m_decimator = nullptr; // the pyramid between values and plotter
+};
+
+class QtChartsChart : public ChartUnderTest
+{
+public:
+    QByteArray qml() const override
+    {
+        return "import QtQuick 2.15\nimport QtCharts 2.15\n"
+               "ChartView {\n"
+               "  legend.visible: false; antialiasing: false\n"
+               "  property QtObject xAxis: ax\n"
+               "  property QtObject yAxis: ay\n"
+               "  property QtObject series: line\n"
+               "  ValueAxis { id: ax }\n"
+               "  ValueAxis { id: ay }\n"
+               "  LineSeries { id: line; useOpenGL: true; axisX: ax; axisY: ay }\n"
+               "}\n";
+    }
+
+    void prepare(QQuickItem *root, qint64 n) override
+    {
+        // Axes and series are not children of the view: reach them through its properties.
+        const auto object = [root](const char *name) { return root->property(name).value<QObject *>(); };
+        m_series = qobject_cast<QXYSeries *>(object("series"));
+        m_x = qobject_cast<QValueAxis *>(object("xAxis"));
+        auto *y = qobject_cast<QValueAxis *>(object("yAxis"));
+        m_x->setRange(0, double(n));
+        y->setRange(0, MaxValue);
+    }
+
+    void hand(const QList<double> &values) override
+    {
+        m_series->replace(pointsFor(values));
+    }
+
+    void showRange(double left, double width) override
+    {
+        m_x->setRange(left, left + width);
+    }
+
+    // The peer takes points, so the points are built before timing.
+    void preparePoints(const QList<double> &values)
+    {
+        QList<QPointF> points(values.size());
+        for (qsizetype i = 0; i < values.size(); ++i)
+            points[i] = QPointF(double(i), values[i]);
+        m_points.insert(values.constData(), points);
+    }
+
+private:
+    QList<QPointF> pointsFor(const QList<double> &values) const { return m_points.value(values.constData()); }
+
+    QXYSeries *m_series = nullptr;                      // the LineSeries
+    QValueAxis *m_x = nullptr;                          // its x axis
+    QHash<const double *, QList<QPointF>> m_points;     // prepared points per value list
+};
+
+//-----------------------------------------------------------------------------
+// [SECTION] Child: one system, one mode, one N
+//-----------------------------------------------------------------------------
+
+int runChild(System system, qint64 n, quint64 seed)
+{
+    std::unique_ptr<ChartUnderTest> chart;
+    if (system == System::QtCharts)
+        chart = std::make_unique<QtChartsChart>();
+    else
+        chart = std::make_unique<VexalChart>(system == System::Vexal);
+
+    QQmlEngine engine;
+    QQuickWindow window;
+    window.resize(WindowWidth, WindowHeight);
+    QQmlComponent component(&engine);
+    component.setData(chart->qml(), QUrl());
+    std::unique_ptr<QQuickItem> root(qobject_cast<QQuickItem *>(component.create()));
+    if (!root) {
+        fprintf(stderr, "%s\n", qPrintable(component.errorString()));
+        return 1;
+    }
+    root->setParentItem(window.contentItem());
+    root->setSize(QSizeF(WindowWidth, WindowHeight));
+    FrameClock clock(&window);
+    window.show();
+    clock.waitIdle(300); // window exposed, start-up tasks done
+
+    chart->prepare(root.get(), n);
+    clock.waitIdle(100);
+    resetPeakMemory();
+    const qint64 baselineKiB = statusKiB("VmRSS");
+
+    const QList<double> first = makeValues(n, seed);
+    if (auto *peer = dynamic_cast<QtChartsChart *>(chart.get()))
+        peer->preparePoints(first);
+
+    QJsonObject result;
+    result[QStringLiteral("first")] = clock.measure([&] { chart->hand(first); });
+    QJsonArray steps;
+    for (const auto &[left, width] : zoomScript(double(n)))
+        steps.append(clock.measure([&, l = left, w = width] { chart->showRange(l, w); }));
+    result[QStringLiteral("steps")] = steps;
+    const qint64 peakKiB = statusKiB("VmHWM");
+    result[QStringLiteral("bytesPerSample")] = double(peakKiB - baselineKiB) * 1024.0 / double(n);
+
+    // Live updates alternate between two lists, so every call changes all N values.
+    chart->showRange(0, double(n));
+    QList<double> second = makeValues(n, seed + 1);
+    if (auto *peer = dynamic_cast<QtChartsChart *>(chart.get()))
+        peer->preparePoints(second);
+    QJsonArray live;
+    for (int i = 0; i < LiveUpdates; ++i)
+        live.append(clock.measure([&] { chart->hand(i % 2 ? first : second); }));
+    result[QStringLiteral("live")] = live;
+    result[QStringLiteral("renderer")] = clock.renderer();
+
+    printf("RESULT %s\n", QJsonDocument(result).toJson(QJsonDocument::Compact).constData());
+    fflush(stdout);
+    return 0;
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Parent: runs the children and prints the table
+//-----------------------------------------------------------------------------
+
+struct Figures
+{
+    QList<double> first, zoomMedian, zoomMax, live, memory; // one entry per repetition
+    bool ran = false;                                      // at least one child reported
+    QString renderer;                                      // as the children saw it
+};
+
+QList<double> toList(const QJsonArray &array)
+{
+    QList<double> values;
+    for (const QJsonValue &v : array)
+        values.append(v.toDouble());
+    return values;
+}
+
+Figures runChildren(System system, qint64 n, int repetitions, const QString &program)
+{
+    Figures figures;
+    for (int rep = 0; rep < repetitions; ++rep) {
+        QProcess child;
+        child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        child.start(program, {QStringLiteral("--child"), QString::fromLatin1(systemName(system)),
+                              QString::number(n), QStringLiteral("--seed"), QStringLiteral("42")});
+        if (!child.waitForFinished(30 * 60 * 1000)) {
+            child.kill();
+            fprintf(stderr, "%s N=%lld did not finish\n", systemName(system), qlonglong(n));
+            continue;
+        }
+        for (const QByteArray &line : child.readAllStandardOutput().split('\n')) {
+            if (!line.startsWith("RESULT "))
+                continue;
+            const QJsonObject o = QJsonDocument::fromJson(line.mid(7)).object();
+            const QList<double> steps = toList(o[QStringLiteral("steps")].toArray());
+            figures.first.append(o[QStringLiteral("first")].toDouble());
+            figures.zoomMedian.append(median(steps));
+            figures.zoomMax.append(*std::max_element(steps.cbegin(), steps.cend()));
+            figures.live.append(median(toList(o[QStringLiteral("live")].toArray())));
+            figures.memory.append(o[QStringLiteral("bytesPerSample")].toDouble());
+            figures.renderer = o[QStringLiteral("renderer")].toString();
+            figures.ran = true;
+        }
+    }
+    return figures;
+}
+
+QString cell(const Figures &f, const QList<double> Figures::*field)
+{
+    return f.ran ? QString::number(median(f.*field), 'f', 1) : QStringLiteral("-");
+}
+
+QString ratio(const Figures &ours, const Figures &peer, const QList<double> Figures::*field)
+{
+    if (!ours.ran || !peer.ran)
+        return QStringLiteral("-");
+    return QString::number(median(ours.*field) / median(peer.*field), 'f', 3);
+}
+
+void printRow(const char *scenario, qint64 n, const Figures &ours, const Figures &peer,
+              const QList<double> Figures::*field, const QString &peerNote)
+{
+    const QString peerCell = peerNote.isEmpty() ? cell(peer, field) : peerNote;
+    printf("| %-26s | %9s | %12s | %12s | %8s |\n", scenario, qPrintable(QString::number(double(n), 'g', 2)),
+           qPrintable(cell(ours, field)), qPrintable(peerCell),
+           qPrintable(peerNote.isEmpty() ? ratio(ours, peer, field) : QStringLiteral("-")));
+}
+
+int runParent(const QList<qint64> &sizes, int repetitions, qint64 peerLimit, qint64 rawLimit)
+{
+    const QString program = QCoreApplication::applicationFilePath();
+    QString renderer;
+    struct Row { qint64 n; Figures ours, raw, peer; };
+    QList<Row> rows;
+    for (qint64 n : sizes) {
+        Row row{n, {}, {}, {}};
+        row.ours = runChildren(System::Vexal, n, repetitions, program);
+        if (n <= rawLimit)
+            row.raw = runChildren(System::VexalRaw, n, repetitions, program);
+        if (n <= peerLimit)
+            row.peer = runChildren(System::QtCharts, n, repetitions, program);
+        renderer = row.ours.renderer.isEmpty() ? renderer : row.ours.renderer;
+        rows.append(row);
+    }
+
+    printf("\nMachine: %s; GL renderer: %s; Qt %s; window %d x %d; median of %d repetition(s)\n\n",
+           qPrintable(cpuName()), qPrintable(renderer), qVersion(), WindowWidth, WindowHeight, repetitions);
+    printf("| %-26s | %9s | %12s | %12s | %8s |\n", "scenario", "N", "Vexal", "Qt Charts", "ratio");
+    printf("|%s|%s|%s|%s|%s|\n", "----------------------------", "-----------", "--------------",
+           "--------------", "----------");
+    const QString tooLong = QStringLiteral("not run");
+    for (const Row &r : rows) {
+        const QString peerNote = r.n <= peerLimit ? QString() : tooLong;
+        printRow("first frame (ms)", r.n, r.ours, r.peer, &Figures::first, peerNote);
+        printRow("zoom/pan median (ms)", r.n, r.ours, r.peer, &Figures::zoomMedian, peerNote);
+        printRow("zoom/pan max (ms)", r.n, r.ours, r.peer, &Figures::zoomMax, peerNote);
+        printRow("live update median (ms)", r.n, r.ours, r.peer, &Figures::live, peerNote);
+        printRow("memory (bytes/sample)", r.n, r.ours, r.peer, &Figures::memory, peerNote);
+        if (r.n <= rawLimit) {
+            printRow("raw first frame (ms)", r.n, r.raw, r.peer, &Figures::first, peerNote);
+            printRow("raw zoom/pan median (ms)", r.n, r.raw, r.peer, &Figures::zoomMedian, peerNote);
+            printRow("raw zoom/pan max (ms)", r.n, r.raw, r.peer, &Figures::zoomMax, peerNote);
+            printRow("raw memory (bytes/sample)", r.n, r.raw, r.peer, &Figures::memory, peerNote);
+        }
+    }
+    printf("\n\"not run\": Qt Charts cannot hold this many points in reasonable time.\n"
+           "raw: the values go straight into the BarPlotter, without the decimator.\n");
+    const bool complete = std::all_of(rows.cbegin(), rows.cend(), [&](const Row &r) {
+        return r.ours.ran && (r.n > rawLimit || r.raw.ran) && (r.n > peerLimit || r.peer.ran);
+    });
+    if (!complete)
+        fprintf(stderr, "Some measurements did not report (\"-\" in the table).\n");
+    return complete ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGL);
+    QApplication app(argc, argv); // Qt Charts draws through widgets' graphics scene
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Vexal and Qt Charts, side by side."));
+    parser.addHelpOption();
+    const QCommandLineOption shortMode(QStringLiteral("short"), QStringLiteral("N = 1e5 only, one repetition."));
+    const QCommandLineOption reps(QStringLiteral("repetitions"), QStringLiteral("Repetitions per figure."),
+                                  QStringLiteral("count"), QStringLiteral("3"));
+    const QCommandLineOption child(QStringLiteral("child"), QStringLiteral("Internal: run one measurement."),
+                                   QStringLiteral("system"));
+    const QCommandLineOption seed(QStringLiteral("seed"), QStringLiteral("Random seed."), QStringLiteral("seed"),
+                                  QStringLiteral("42"));
+    parser.addOptions({shortMode, reps, child, seed});
+    parser.process(app);
+
+    if (parser.isSet(child)) {
+        const QString name = parser.value(child);
+        const System system = name == QLatin1String("qtcharts") ? System::QtCharts
+                            : name == QLatin1String("vexal-raw") ? System::VexalRaw
+                                                                 : System::Vexal;
+        return runChild(system, parser.positionalArguments().value(0).toLongLong(), parser.value(seed).toULongLong());
+    }
+    if (parser.isSet(shortMode))
+        return runParent({100000}, 1, 100000, 100000);
+    const int repetitions = std::max(1, parser.value(reps).toInt());
+    return runParent({100000, 1000000, 10000000, 100000000}, repetitions, 10000000, 10000000);
+}

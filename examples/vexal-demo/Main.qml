@@ -1,0 +1,293 @@
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Controls.Material 2.15
+import QtQuick.Layouts 1.15
+import VexalPlugin 1.0
+import VexalDemo 1.0
+import "qrc:/qml"
+
+// Four views of what the module is for: a live histogram, ten million samples
+// that zoom and pan smoothly, bars of individual widths far from the origin,
+// and a series read from a CSV file.
+ApplicationWindow {
+    id: window
+
+    width: 1280
+    height: 900
+    visible: true
+    title: "Vexal demo"
+    Material.theme: Material.Light
+    Material.accent: Material.Teal
+
+    readonly property var views: [liveView, longView, pairView, csvView]
+
+    header: ToolBar {
+        Material.background: "white"
+        Material.foreground: Material.color(Material.Grey, Material.Shade900)
+        RowLayout {
+            anchors.fill: parent
+            anchors.leftMargin: 12
+            Label {
+                text: "Vexal: GPU charts of long series"
+                font.pointSize: 13
+                Layout.fillWidth: true
+            }
+            Switch {
+                id: logScale
+                text: "Log scale"
+            }
+            Button {
+                text: "Export PNG"
+                onClicked: liveView.exportImage("vexal-export.png", 2)
+            }
+        }
+    }
+
+    Connections {
+        target: liveView
+        function onExportComplete(path) { status.text = "Exported the live histogram to " + path }
+    }
+
+    footer: Label {
+        id: status
+        padding: 6
+        text: "Drag left to zoom (the direction picks the gesture), drag with the right button to pan, Esc cancels."
+    }
+
+    GridLayout {
+        anchors.fill: parent
+        anchors.margins: 6
+        columns: 2
+
+        // ---- Live histogram: normal samples accumulate, decimated to the pixel width
+        DemoView {
+            id: liveView
+            title: "Live histogram (RandomU64Data → DecimatorU64 → BarPlotter)"
+            xLabel: value => value.toFixed(0)
+
+            RandomU64Data {
+                id: live
+                type: "normal"
+                append: true
+                interval: 100
+                numBin: 2048
+                area: Qt.rect(0, 0, 2048, 1)
+                Component.onCompleted: {
+                    addFilter(liveDecimator)
+                    addFilter(liveNavDecimator)
+                }
+            }
+            DecimatorU64 {
+                id: liveDecimator
+                chartArea: liveView.refChartArea
+                Component.onCompleted: addPlotter(liveBars)
+            }
+            DecimatorU64 {
+                id: liveNavDecimator
+                chartArea: liveView.refNavigator
+                Component.onCompleted: addPlotter(liveNavBars)
+            }
+            BarPlotter {
+                id: liveBars
+                name: "histogram"
+                color: Material.color(Material.Teal)
+                chartArea: liveView.refChartArea
+            }
+            BarPlotter {
+                id: liveNavBars
+                color: Material.color(Material.Teal, Material.Shade200)
+                chartArea: liveView.refNavigator
+            }
+            BarDecorator {
+                id: decorator
+                chartArea: liveView.refChartArea
+                drawLayer: 2
+                active: liveView.refChartMouse.containsMouse
+                mouseX: liveView.refChartMouse.mouseX
+                mouseY: liveView.refChartMouse.mouseY
+                Component.onCompleted: addPlotter(liveBars)
+            }
+            HoverTooltip {
+                view: liveView
+                info: decorator.infoMap.length > 0 ? decorator.infoMap[0] : null
+            }
+        }
+
+        // ---- Ten million samples with a smoothed overlay
+        DemoView {
+            id: longView
+            title: "10 000 000 samples (DecimatorU64, MovingAverageU64 → AreaPlotter)"
+            xLabel: value => value >= 1e6 ? (value / 1e6).toFixed(2) + " M"
+                                          : value >= 1e3 ? (value / 1e3).toFixed(0) + " k" : value.toFixed(0)
+
+            DemoSeries {
+                id: longSeries
+                Component.onCompleted: {
+                    addFilter(longDecimator)
+                    addFilter(longNavDecimator)
+                    count = 10000000
+                }
+            }
+            DecimatorU64 {
+                id: longDecimator
+                chartArea: longView.refChartArea
+                Component.onCompleted: {
+                    addPlotter(longBars)
+                    addFilter(smoothing)
+                }
+            }
+            MovingAverageU64 {
+                id: smoothing
+                depth: 8
+                Component.onCompleted: addPlotter(smoothArea)
+            }
+            DecimatorU64 {
+                id: longNavDecimator
+                chartArea: longView.refNavigator
+                Component.onCompleted: addPlotter(longNavBars)
+            }
+            BarPlotter {
+                id: longBars
+                name: "signal"
+                color: Material.color(Material.Indigo)
+                chartArea: longView.refChartArea
+            }
+            AreaPlotter {
+                id: smoothArea
+                name: "average"
+                color: Qt.rgba(1.0, 0.6, 0.0, 0.45)
+                borderColor: Material.color(Material.Orange, Material.Shade800)
+                borderWidth: 2
+                zOrder: 1
+                chartArea: longView.refChartArea
+            }
+            BarPlotter {
+                id: longNavBars
+                color: Material.color(Material.Indigo, Material.Shade200)
+                chartArea: longView.refNavigator
+            }
+        }
+
+        // ---- Pair data: bars of individual widths, ten million units from the origin
+        DemoView {
+            id: pairView
+            title: "Bars of individual widths at x ≈ 1e7 (MinimalWidth2D → BarPlotterDx)"
+            xLabel: value => value.toFixed(1)
+
+            Filter1D {
+                id: pairs
+                Component.onCompleted: {
+                    addFilter(merge)
+                    let values = []
+                    let total = 0
+                    for (let k = 0; k < 3000; ++k) {
+                        const width = 0.05 + (k % 7) * 0.08 + (k % 13 === 0 ? 2.0 : 0.0)
+                        values.push(width, 20 + 15 * Math.sin(k / 40) + (k % 17) * 1.5)
+                        total += width
+                    }
+                    area = Qt.rect(10000000, 0, total, 1)
+                    data = values
+                }
+            }
+            MinimalWidth2D {
+                id: merge
+                mergeWidth: 0.5
+                Component.onCompleted: addPlotter(pairBars)
+            }
+            BarPlotterDx {
+                id: pairBars
+                name: "pairs"
+                color: Material.color(Material.DeepPurple)
+                chartArea: pairView.refChartArea
+            }
+        }
+
+        // ---- A series read from a CSV file (one number a line)
+        DemoView {
+            id: csvView
+            title: "CSV file (SCSVReader → BarPlotter): " + csvFile
+
+            SCSVReader {
+                id: csv
+                Component.onCompleted: {
+                    addPlotter(csvBars)
+                    addPlotter(csvNavBars)
+                    file = csvFile
+                }
+            }
+            BarPlotter {
+                id: csvBars
+                name: "CSV"
+                color: Material.color(Material.Red, Material.Shade400)
+                chartArea: csvView.refChartArea
+            }
+            BarPlotter {
+                id: csvNavBars
+                color: Material.color(Material.Red, Material.Shade100)
+                chartArea: csvView.refNavigator
+            }
+        }
+    }
+
+    // One titled chart view of the grid; its children are the data-flow tree.
+    component DemoView: Pane {
+        id: pane
+
+        property alias title: heading.text
+        property alias refChartArea: view.refChartArea
+        property alias refNavigator: view.refNavigator
+        property alias refChartMouse: view.refChartMouse
+        // Tick label of an x value; the view's default shows seconds.
+        property var xLabel: null
+        default property alias tree: holder.data
+
+        function exportImage(path, upsize) { view.exportImage(path, upsize) }
+        signal exportComplete(string path)
+
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        padding: 4
+        Material.elevation: 2
+
+        Label {
+            id: heading
+            width: parent.width
+            elide: Text.ElideRight
+            font.bold: true
+        }
+        VexalQML {
+            id: view
+            anchors.fill: parent
+            anchors.topMargin: heading.height + 2
+            isYAxisLog: logScale.checked
+            onExportComplete: path => pane.exportComplete(path)
+            Component.onCompleted: {
+                if (pane.xLabel)
+                    xAxis.axisTextFunc = pane.xLabel
+            }
+        }
+        Item { id: holder }
+    }
+
+    // The hovered bar's name and value above it.
+    component HoverTooltip: ChartTooltip {
+        property Item view
+        property var info: null
+
+        readonly property point anchor: info ? view.refChartArea.mapPointToChart(
+            Qt.point(info.rect.x + info.rect.width / 2, info.rect.y + info.rect.height)) : Qt.point(-1, -1)
+
+        parent: view.refChartArea
+        visible: info !== null && anchor.x >= 0
+        x: anchor.x - width / 2
+        y: anchor.y - height - 4
+        z: 10
+
+        Column {
+            anchors.centerIn: parent
+            anchors.verticalCenterOffset: -parent.delta / 2
+            Label { text: info ? info.name : ""; color: info ? info.color : "black"; font.pointSize: 9 }
+            Label { text: info ? info.rect.height.toFixed(0) + " counts" : ""; font.pointSize: 9 }
+        }
+    }
+}
