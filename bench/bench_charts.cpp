@@ -28,6 +28,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QProcess>
+#include <QtCore/QTimer>
 #include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLFunctions>
 #include <QtQml/QQmlComponent>
@@ -128,9 +129,9 @@ class FrameClock
 {
 public:
     explicit FrameClock(QQuickWindow *window)
-        : m_window(window)
     {
         m_clock.start();
+        m_wake.start(2); // bounds the sleep of waitForEvents()
         QObject::connect(window, &QQuickWindow::frameSwapped, window,
                          [this] { m_lastSwap.store(m_clock.nsecsElapsed()); }, Qt::DirectConnection);
         QObject::connect(window, &QQuickWindow::afterRendering, window, [this] {
@@ -151,7 +152,7 @@ public:
         change();
         const qint64 deadline = start + qint64(120) * 1000000000;
         while (m_clock.nsecsElapsed() < deadline) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+            waitForEvents();
             const qint64 swap = m_lastSwap.load();
             if (swap != swapBefore && m_clock.nsecsElapsed() - swap > SettleMs * 1000000)
                 return double(swap - start) / 1e6;
@@ -166,7 +167,7 @@ public:
         idle.start();
         qint64 swap = m_lastSwap.load();
         while (idle.elapsed() < ms) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+            waitForEvents();
             if (m_lastSwap.load() != swap) {
                 swap = m_lastSwap.load();
                 idle.restart();
@@ -177,8 +178,12 @@ public:
     QString renderer() const { return m_renderer; }
 
 private:
-    QQuickWindow *m_window;
+    // Sleeps until an event arrives (at the latest the wake timer's): polling
+    // would take a core from the render thread on a small machine.
+    static void waitForEvents() { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); }
+
     QElapsedTimer m_clock;
+    QTimer m_wake;                      // periodic wake-up while waiting
     std::atomic<qint64> m_lastSwap{-1}; // ns of the last frameSwapped
     QString m_renderer;                 // GL_RENDERER, read on the render thread
 };
@@ -244,8 +249,8 @@ public:
         } else {
             m_bars->setPlotterArea(area);
         }
-        m_chart->requestUpdate();
-        m_chart->resetZoomView(); // the whole N-sample range is shown from the first frame
+        m_chart->updateArea();    // chartRect spans the N samples now, not at the next accepted redraw
+        m_chart->resetZoomView(); // the whole range is shown from the first frame
     }
 
     void hand(const QList<double> &values) override
@@ -337,6 +342,7 @@ int runChild(System system, qint64 n, quint64 seed)
         chart = std::make_unique<VexalChart>(system == System::Vexal);
 
     QQmlEngine engine;
+    engine.addImportPath(QStringLiteral(VEXAL_BENCH_QML_DIR)); // the module in the build tree
     QQuickWindow window;
     window.resize(WindowWidth, WindowHeight);
     QQmlComponent component(&engine);

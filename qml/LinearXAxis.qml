@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick 2.14
 import QtQuick.Controls.Material 2.12
 import "utils.js" as Utils
@@ -30,7 +31,9 @@ Item {
     }
 
     function label(value) {
-        return axisTextFunc ? axisTextFunc(value) : format_num(value)
+        // Called through a local: the property is a var, not a method.
+        const format = axisTextFunc
+        return format ? format(value) : format_num(value)
     }
 
     // Maps a data span onto the axis' pixels.

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick 2.14
 import QtQuick.Controls.Material 2.12
 import "utils.js" as Utils
@@ -29,7 +30,8 @@ Item {
     z: -1
 
     function label(value) {
-        const text = axisTextFunc ? axisTextFunc(value) : value
+        const format = axisTextFunc
+        const text = format ? format(value) : value
         // A unit letter in the text makes the exponent NaN; that label is kept.
         return isLogScale ? "10<sup>" + Math.floor(text) + "</sup>" : text
     }

@@ -159,28 +159,35 @@ Item {
             height: vexal.enableLegend ? implicitHeight : 0
             enabled: vexal.enableLegend
             visible: vexal.enableLegend
-            // Decorators and overlays draw in other layers and have no row.
-            plotterList: chart.plotter.filter(p => p.drawLayer === 1)
+            // Decorators and overlays draw in other layers and have no row. The
+            // plotter list is a list property, so it is filtered as an array.
+            plotterList: Array.from(chart.plotter).filter(p => p.drawLayer === 1)
         }
 
         // The overview's range under its two ends, above the legend.
         Item {
+            id: navRange
             anchors.top: navBar.bottom
             anchors.left: navBar.left
             anchors.right: navBar.right
             visible: vexal.enableNavigatorBar
 
+            function label(value) {
+                const format = linearXAxis.axisTextFunc
+                return format(value)
+            }
+
             Label {
                 objectName: "rangeStart"
                 anchors.left: parent.left
-                text: linearXAxis.axisTextFunc(navBar.navChart.zoomRect.left)
+                text: navRange.label(navBar.navChart.zoomRect.left)
                 color: linearXAxis.axisTextColor
             }
 
             Label {
                 objectName: "rangeEnd"
                 anchors.right: parent.right
-                text: linearXAxis.axisTextFunc(navBar.navChart.zoomRect.right)
+                text: navRange.label(navBar.navChart.zoomRect.right)
                 color: linearXAxis.axisTextColor
             }
         }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Controls.Material 2.15
@@ -20,6 +21,8 @@ ApplicationWindow {
     Material.accent: Material.Teal
 
     readonly property var views: [liveView, longView, pairView, csvView]
+    // Series of the CSV chart, given by main.cpp.
+    required property string csvFile
 
     header: ToolBar {
         Material.background: "white"
@@ -205,14 +208,14 @@ ApplicationWindow {
         // ---- A series read from a CSV file (one number a line)
         DemoView {
             id: csvView
-            title: "CSV file (SCSVReader → BarPlotter): " + csvFile
+            title: "CSV file (SCSVReader → BarPlotter): " + window.csvFile
 
             SCSVReader {
                 id: csv
                 Component.onCompleted: {
                     addPlotter(csvBars)
                     addPlotter(csvNavBars)
-                    file = csvFile
+                    file = window.csvFile
                 }
             }
             BarPlotter {
@@ -271,7 +274,8 @@ ApplicationWindow {
 
     // The hovered bar's name and value above it.
     component HoverTooltip: ChartTooltip {
-        property Item view
+        id: hoverTip
+        property DemoView view
         property var info: null
 
         readonly property point anchor: info ? view.refChartArea.mapPointToChart(
@@ -286,8 +290,15 @@ ApplicationWindow {
         Column {
             anchors.centerIn: parent
             anchors.verticalCenterOffset: -parent.delta / 2
-            Label { text: info ? info.name : ""; color: info ? info.color : "black"; font.pointSize: 9 }
-            Label { text: info ? info.rect.height.toFixed(0) + " counts" : ""; font.pointSize: 9 }
+            Label {
+                text: hoverTip.info ? hoverTip.info.name : ""
+                color: hoverTip.info ? hoverTip.info.color : "black"
+                font.pointSize: 9
+            }
+            Label {
+                text: hoverTip.info ? hoverTip.info.rect.height.toFixed(0) + " counts" : ""
+                font.pointSize: 9
+            }
         }
     }
 }

@@ -10,7 +10,6 @@
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
 #include <QtQml/QQmlApplicationEngine>
-#include <QtQml/QQmlContext>
 #include <QtQuick/QQuickWindow>
 #include <QtQuickControls2/QQuickStyle>
 
@@ -98,7 +97,7 @@ int main(int argc, char **argv)
     qmlRegisterType<DemoSeries>("VexalDemo", 1, 0, "DemoSeries");
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral(VEXAL_DEMO_QML_DIR));
-    engine.rootContext()->setContextProperty(QStringLiteral("csvFile"), options.csvFile);
+    engine.setInitialProperties({{QStringLiteral("csvFile"), options.csvFile}});
     engine.load(QUrl(QStringLiteral("qrc:/Main.qml")));
     if (engine.rootObjects().isEmpty())
         return 1;

@@ -19,7 +19,9 @@ Item {
         anchors.fill: parent
         visible: false
         fillMode: Image.PreserveAspectFit
-        sourceSize: Qt.size(icon.width, icon.height)
+        // Rounded, as a size in whole pixels.
+        sourceSize.width: Math.round(icon.width)
+        sourceSize.height: Math.round(icon.height)
     }
 
     ColorOverlay {

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick 2.14
 import QtQuick.Controls 2.12
 import QtQuick.Controls.Material 2.12
@@ -63,7 +64,8 @@ Rectangle {
     ColorDialog {
         id: colorDialog
         objectName: "colorDialog"
-        options: ColorDialog.ShowAlphaChannel
+        // The flag works, but Qt 6.4's description of QtQuick.Dialogs lacks its type.
+        options: ColorDialog.ShowAlphaChannel // qmllint disable type
         onAccepted: Utils.setPlotterColor(legend.plotterList, legend.currColorSelected, selectedColor)
     }
 }

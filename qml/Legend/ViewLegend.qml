@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick 2.14
 import QtQuick.Controls 2.12
 import QtQuick.Controls.Material 2.12
