@@ -41,3 +41,6 @@ Window {
 QML
 export QML_IMPORT_PATH="$(dirname "$qml_dir")"
 "$work/consumer/vexal-consumer" --qml "$work/chart.qml" --expect "#ff8000"
+# The README's example: live histogram bars reach the middle of the window.
+cp "$source_dir/examples/chart.qml" "$work/readme.qml"
+"$work/consumer/vexal-consumer" --qml "$work/readme.qml" --expect steelblue

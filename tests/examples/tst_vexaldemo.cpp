@@ -1,0 +1,144 @@
+// Runs the demo as a user would: its screenshot shows the four charts with
+// their data, axes and legends where the layout puts them, and bad arguments
+// are answered with a clear message.
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QColor>
+#include <QtGui/QImage>
+#include <QtTest/QTest>
+
+namespace {
+
+const QString demo = QStringLiteral(VEXAL_DEMO_PATH);
+
+struct Run
+{
+    int exitCode = -1;  // the demo's exit code, -1 when it did not finish
+    QByteArray output;  // stdout and stderr together
+};
+
+Run runDemo(const QStringList &arguments)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(demo, arguments);
+    Run run;
+    if (process.waitForFinished(120000))
+        run.exitCode = process.exitCode();
+    run.output = process.readAll();
+    return run;
+}
+
+// Share of the pixels of region whose colour is within tolerance of colour.
+double shareOf(const QImage &image, const QRect &region, const QColor &colour, int tolerance)
+{
+    int hits = 0;
+    for (int y = region.top(); y <= region.bottom(); ++y) {
+        for (int x = region.left(); x <= region.right(); ++x) {
+            const QColor c = image.pixelColor(x, y);
+            hits += qAbs(c.red() - colour.red()) <= tolerance && qAbs(c.green() - colour.green()) <= tolerance
+                && qAbs(c.blue() - colour.blue()) <= tolerance;
+        }
+    }
+    return double(hits) / double(region.width() * region.height());
+}
+
+} // namespace
+
+class tst_VexalDemo : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void screenshotShowsEveryChart_data();
+    void screenshotShowsEveryChart();
+    void argumentsAreChecked_data();
+    void argumentsAreChecked();
+
+private:
+    QTemporaryDir m_dir;
+    QImage m_screenshot;
+};
+
+void tst_VexalDemo::initTestCase()
+{
+    const QString picture = m_dir.filePath(QStringLiteral("demo.png"));
+    const Run run = runDemo({QStringLiteral("--screenshot"), picture});
+    QVERIFY2(run.exitCode == 0, run.output.constData());
+    QVERIFY(run.output.contains("wrote"));
+    QVERIFY(m_screenshot.load(picture));
+    QCOMPARE(m_screenshot.size(), QSize(1280, 900));
+}
+
+void tst_VexalDemo::screenshotShowsEveryChart_data()
+{
+    QTest::addColumn<QRect>("region");
+    QTest::addColumn<QColor>("colour");
+    QTest::addColumn<double>("minShare");
+    QTest::addColumn<double>("maxShare");
+    QTest::addColumn<int>("tolerance");
+
+    // The window is a 2 x 2 grid of views below a 48-pixel tool bar; each view
+    // keeps its chart in the upper part, the navigator and legend below it.
+    const QColor teal("#009688"), indigo("#3f51b5"), purple("#673ab7"), red("#ef5350");
+    const QColor text(Qt::black); // with a wide tolerance: the dark, antialiased label pixels
+    QTest::newRow("the live histogram's bars stand in its chart")
+        << QRect(250, 230, 200, 70) << teal << 0.5 << 1.0 << 12;
+    QTest::newRow("the live histogram's tails are low: the chart's top is empty")
+        << QRect(80, 100, 120, 60) << teal << 0.0 << 0.01 << 12;
+    QTest::newRow("the long series' bars fill its chart")
+        << QRect(720, 250, 520, 50) << indigo << 0.02 << 1.0 << 12;
+    QTest::newRow("the pair bars stand far right of the origin in their chart")
+        << QRect(80, 650, 530, 60) << purple << 0.5 << 1.0 << 12;
+    QTest::newRow("the CSV peaks rise in their chart")
+        << QRect(710, 690, 540, 25) << red << 0.3 << 1.0 << 12;
+    QTest::newRow("the live histogram's legend shows its colour dot")
+        << QRect(255, 415, 30, 20) << teal << 0.05 << 1.0 << 12;
+    QTest::newRow("the y axis of the live histogram has labels")
+        << QRect(15, 95, 45, 225) << text << 0.01 << 0.5 << 150;
+    QTest::newRow("the x axis of the CSV chart has labels")
+        << QRect(700, 725, 560, 18) << text << 0.01 << 0.5 << 150;
+}
+
+void tst_VexalDemo::screenshotShowsEveryChart()
+{
+    QFETCH(QRect, region);
+    QFETCH(QColor, colour);
+    QFETCH(double, minShare);
+    QFETCH(double, maxShare);
+    QFETCH(int, tolerance);
+
+    const double share = shareOf(m_screenshot, region, colour, tolerance);
+    QVERIFY2(share >= minShare && share <= maxShare, QByteArray::number(share).constData());
+}
+
+void tst_VexalDemo::argumentsAreChecked_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("message");
+
+    QTest::newRow("an unknown option gets the usage and code 2")
+        << QStringList{"--frobnicate"} << 2 << QByteArray("Usage:");
+    QTest::newRow("a stray argument gets the usage and code 2")
+        << QStringList{"file.csv"} << 2 << QByteArray("unexpected argument 'file.csv'");
+    QTest::newRow("a missing CSV file is named")
+        << QStringList{"--csv", "/nonexistent/values.csv"} << 1
+        << QByteArray("cannot read the CSV file '/nonexistent/values.csv'");
+    QTest::newRow("help prints the usage") << QStringList{"--help"} << 0 << QByteArray("--screenshot");
+}
+
+void tst_VexalDemo::argumentsAreChecked()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, message);
+
+    const Run run = runDemo(arguments);
+    QCOMPARE(run.exitCode, exitCode);
+    QVERIFY2(run.output.contains(message), run.output.constData());
+}
+
+QTEST_GUILESS_MAIN(tst_VexalDemo)
+#include "tst_vexaldemo.moc"

@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds the module and runs the demo: in a window
+# when a display is available, otherwise rendered once under Xvfb to a picture
+# whose path is printed. Arguments go to vexal-demo (e.g. --csv FILE).
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source tools/common.sh
+
+install_missing_packages
+configure_and_build build
+export QSG_RHI_BACKEND=opengl
+if [[ -n "${DISPLAY:-}" ]] && xdpyinfo >/dev/null 2>&1; then
+    exec build/bin/vexal-demo "$@"
+fi
+picture="${VEXAL_DEMO_PICTURE:-$PWD/vexal-demo.png}"
+echo "== no display: rendering the demo under Xvfb"
+xvfb-run -a -s "-screen 0 1280x1024x24" build/bin/vexal-demo --screenshot "$picture" "$@"
+echo "The demo's window is in $picture"
