@@ -7,7 +7,8 @@ VEXAL_PACKAGES=(
     qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-templates
     qml6-module-qtquick-shapes qml6-module-qtquick-dialogs qml6-module-qtquick-layouts
     qml6-module-qtquick-window qml6-module-qtqml-workerscript qml6-module-qt5compat-graphicaleffects
-    qml6-module-qttest libqt6svg6 qt6-qpa-plugins xvfb xauth libgl1-mesa-dri
+    qml6-module-qttest qml6-module-qtqml qml6-module-qtqml-models libqt6svg6 qt6-qpa-plugins
+    xvfb xauth libgl1-mesa-dri
     libbenchmark-dev qml6-module-qtcharts qt6-charts-dev
 )
 
