@@ -240,9 +240,10 @@ Item {
         function test_navigator_range_labels() {
             const start = findChild(view, "rangeStart")
             const end = findChild(view, "rangeEnd")
+            // The navigator fits the whole data once its chart has settled.
+            tryCompare(end, "text", "1000.00 s")
             compare(start.text, view.format_time(view.refNavigator.zoomRect.left))
             compare(end.text, view.format_time(view.refNavigator.zoomRect.right))
-            compare(end.text, "1000.00 s")
             view.enableNavigatorBar = false
             verify(!start.visible && !end.visible, "hidden with the navigator")
         }
