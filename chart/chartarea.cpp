@@ -33,7 +33,7 @@ void ChartArea::startShowingAllOnceSettled()
     // The future is dropped on purpose: nobody waits for the task.
     (void)QtConcurrent::run(pool, [gate] {
         QThread::msleep(100);
-        QMutexLocker locker(&gate->mutex);
+        const std::lock_guard<std::recursive_mutex> locker(gate->mutex);
         if (auto *chart = static_cast<ChartArea *>(gate->chart)) {
             QMetaObject::invokeMethod(chart, [chart] { chart->setZoomRect(chart->chartRect()); },
                                       Qt::QueuedConnection);
@@ -46,7 +46,7 @@ void ChartArea::setZoomRect(const QRectF &rect)
     if (Vexal::sameRect(m_zoomRect, rect))
         return;
     m_zoomRect = rect;
-    emit zoomRectChanged();
+    emitOnOwnThread(&ChartArea::zoomRectChanged);
     requestUpdate();
 }
 

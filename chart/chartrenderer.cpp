@@ -38,7 +38,7 @@ void ChartRenderer::render()
     gl->glBlendEquation(GL_FUNC_ADD);
     if (!gate)
         return;
-    QMutexLocker locker(&gate->mutex);
+    const std::lock_guard<std::recursive_mutex> locker(gate->mutex);
     if (gate->chart)
         gate->chart->renderPlotters();
 }

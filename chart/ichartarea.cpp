@@ -4,6 +4,7 @@
 #include "plotters/iplotter.h"
 #include "plugin/vexalutils.h"
 
+#include <QtCore/QScopedValueRollback>
 #include <QtCore/QThread>
 
 #include <algorithm>
@@ -32,7 +33,7 @@ IChartArea::~IChartArea()
 
 void IChartArea::closeRenderGate()
 {
-    QMutexLocker locker(&m_gate->mutex);
+    const std::lock_guard<std::recursive_mutex> locker(m_gate->mutex);
     m_gate->chart = nullptr;
 }
 
@@ -50,7 +51,7 @@ void IChartArea::setChartRect(const QRectF &rect)
     if (Vexal::sameRect(m_chartRect, rect))
         return;
     m_chartRect = rect;
-    emit chartRectChanged();
+    emitOnOwnThread(&IChartArea::chartRectChanged);
 }
 
 void IChartArea::setAdaptAreaToPlotters(bool adapt)
@@ -63,13 +64,17 @@ void IChartArea::setAdaptAreaToPlotters(bool adapt)
 
 void IChartArea::setPlotter(const QList<IPlotter *> &plotters)
 {
-    if (m_plotter == plotters)
+    // QML turns list entries that are not plotters into nulls.
+    QList<IPlotter *> listed = plotters;
+    if (listed.removeAll(nullptr) > 0)
+        qWarning("IChartArea::plotter: null entries (or objects that are not plotters) were ignored");
+    if (m_plotter == listed)
         return;
     {
-        QMutexLocker locker(&m_gate->mutex);
-        m_plotter = plotters;
+        const std::lock_guard<std::recursive_mutex> locker(m_gate->mutex);
+        m_plotter = listed;
     }
-    for (IPlotter *p : plotters)
+    for (IPlotter *p : std::as_const(listed))
         watchLifetime(p);
     emit plotterChanged();
     requestUpdate();
@@ -101,7 +106,7 @@ void IChartArea::addPlotter(IPlotter *plotter)
     if (m_plotter.contains(plotter))
         return;
     {
-        QMutexLocker locker(&m_gate->mutex);
+        const std::lock_guard<std::recursive_mutex> locker(m_gate->mutex);
         m_plotter.append(plotter);
     }
     watchLifetime(plotter);
@@ -113,7 +118,7 @@ void IChartArea::addPlotter(IPlotter *plotter)
 void IChartArea::removePlotter(IPlotter *plotter)
 {
     {
-        QMutexLocker locker(&m_gate->mutex);
+        const std::lock_guard<std::recursive_mutex> locker(m_gate->mutex);
         m_plotter.removeOne(plotter);
     }
     emit plotterChanged();
@@ -134,7 +139,7 @@ void IChartArea::forgetPlotter(QObject *plotter)
     const auto isGone = [plotter](const IPlotter *p) { return static_cast<const QObject *>(p) == plotter; };
     qsizetype removed = 0;
     {
-        QMutexLocker locker(&m_gate->mutex);
+        const std::lock_guard<std::recursive_mutex> locker(m_gate->mutex);
         removed = m_plotter.removeIf(isGone);
         for (QList<IPlotter *> &list : layers)
             list.removeIf(isGone);
@@ -192,7 +197,13 @@ void IChartArea::requestUpdate()
         updateTimer.start();
     if (m_updateIntervalMs != 0)
         updateTimer.restart();
-    updateArea();
+    // A rectangle that updateArea changes asks for a redraw again. Without a
+    // throttle that nested request would recompute the area once more, and
+    // endlessly for rectangles that never compare equal (NaN).
+    if (!updatingArea) {
+        const QScopedValueRollback<bool> updating(updatingArea, true);
+        updateArea();
+    }
     update();
 }
 
@@ -221,6 +232,19 @@ void IChartArea::synchronizePlotters()
     const QList<IPlotter *> plotters = m_plotter;
     for (IPlotter *p : plotters)
         p->prepareRender();
+    captureFrame();
+}
+
+void IChartArea::captureFrame()
+{
+    // The plotters' areas are final once they have prepared (the first
+    // preparation builds their arrays and so their heights).
+    updateArea();
+    sortLayers();
+    m_frameRect = visibleRect();
+    const QList<IPlotter *> plotters = m_plotter; // see synchronizePlotters
+    for (IPlotter *p : plotters)
+        p->captureFrame(m_frameRect);
 }
 
 void IChartArea::sortLayers()
@@ -239,12 +263,9 @@ void IChartArea::sortLayers()
 
 void IChartArea::renderPlotters()
 {
-    updateArea();
-    sortLayers();
-    const QRectF visible = visibleRect();
     for (const QList<IPlotter *> &layer : layers) {
         const QList<IPlotter *> plotters = layer; // see synchronizePlotters
         for (IPlotter *p : plotters)
-            p->render(visible);
+            p->render(m_frameRect);
     }
 }

@@ -6,20 +6,22 @@
 #include <QtCore/QList>
 #include <QtCore/QMutex>
 #include <QtCore/QRectF>
+#include <QtCore/QThread>
 #include <QtQuick/QQuickFramebufferObject>
 
 #include <array>
 #include <memory>
+#include <mutex>
 
 class IPlotter;
 Q_MOC_INCLUDE("plotters/iplotter.h")
 
 // Shared between a chart and its renderer: the renderer draws only while the
 // chart is alive, and the GUI thread changes the plotter lists only between
-// frames.
+// frames. A standard mutex, so that thread checkers see the ordering it gives.
 struct ChartRenderGate
 {
-    QRecursiveMutex mutex;             // held while drawing and while the plotter lists change
+    std::recursive_mutex mutex;        // held while drawing and while the plotter lists change
     class IChartArea *chart = nullptr; // null once the chart is being destroyed
 };
 
@@ -61,10 +63,16 @@ public:
     virtual void requestUpdate();
     // The data rectangle that plotters are drawn and hovered in.
     virtual QRectF visibleRect() const;
-    // Render thread, GUI thread blocked: lets every plotter upload what changed.
+    // Render thread, GUI thread blocked: lets every plotter upload what changed,
+    // then takes the frame (captureFrame).
     virtual void synchronizePlotters();
-    // Render thread: one frame of drawing.
+    // Render thread: one frame of drawing, from what captureFrame took.
     virtual void renderPlotters();
+    // Recomputes the rectangles, sorts the layers and lets every plotter take
+    // what its draw reads of the GUI-side state. Part of the synchronize step,
+    // where the GUI thread is blocked: the draw that follows runs while the GUI
+    // thread goes on, so it must read nothing that the GUI thread writes.
+    void captureFrame();
     // Recomputes chartRect from the plotters.
     virtual void updateArea();
     // Rebuilds the three layer lists.
@@ -86,6 +94,20 @@ signals:
     void adaptAreaToPlottersChanged();
 
 protected:
+    // Emits a change signal on the chart's own thread. The render thread's
+    // synchronize step recomputes the rectangles; QML and the chart's other
+    // listeners still hear of the change on the thread they live in, and a
+    // notice still pending when the chart goes is dropped with it.
+    template <typename Chart>
+    void emitOnOwnThread(void (Chart::*signal)())
+    {
+        auto *chart = static_cast<Chart *>(this);
+        if (QThread::currentThread() == thread())
+            emit(chart->*signal)();
+        else
+            QMetaObject::invokeMethod(chart, signal, Qt::QueuedConnection);
+    }
+
     // Stops the renderer from calling back; every destructor of the hierarchy
     // calls it first, so no frame runs on a half-destroyed chart.
     void closeRenderGate();
@@ -94,6 +116,7 @@ protected:
     std::array<QList<IPlotter *>, 3> layers; // per draw layer, sorted by zOrder
     QMutex dataMutex;                         // held by plotters while they replace their data
     bool updateLocked = false;                // set by lock_update
+    bool updatingArea = false;                // updateArea runs; nested requests only redraw
     QElapsedTimer updateTimer;                // time since the last accepted redraw request
 
 private:
@@ -103,4 +126,5 @@ private:
     bool m_shouldUpdate = true;               // false: change notifications never redraw
     uint m_updateIntervalMs = 25;             // minimum ms between accepted redraws, 0 = no throttle
     std::shared_ptr<ChartRenderGate> m_gate;  // shared with the renderer
+    QRectF m_frameRect;                       // visibleRect() as captured for the frame being drawn
 };

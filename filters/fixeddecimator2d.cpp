@@ -14,7 +14,7 @@ void FixedDecimator2D::setNumPoint(int count)
     const int atLeastOne = std::max(count, 1);
     if (numPoint() == count || numPoint() == atLeastOne)
         return;
-    applyNumPoint(atLeastOne);
+    applyNumPoint(withinCellLimit(atLeastOne));
 }
 
 bool FixedDecimator2D::_filter_func(const QList<double> &input)

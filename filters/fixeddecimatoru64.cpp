@@ -14,7 +14,7 @@ FixedDecimatorU64::~FixedDecimatorU64() = default;
 
 void FixedDecimatorU64::setNumPoint(int count)
 {
-    count = std::max(count, 1);
+    count = withinCellLimit(std::max(count, 1));
     if (const Filter1D *parent = parentFilter())
         count = int(std::min(qsizetype(count), parent->data().size()));
     if (numPoint() == count)

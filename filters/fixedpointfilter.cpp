@@ -1,5 +1,9 @@
 #include "filters/fixedpointfilter.h"
 
+#include "plugin/vexalutils.h"
+
+#include <QtCore/QDebug>
+
 FixedPointFilter::FixedPointFilter(QObject *parent)
     : Filter1D(parent)
 {
@@ -13,4 +17,13 @@ void FixedPointFilter::applyNumPoint(int count)
     if (const Filter1D *parent = parentFilter())
         setData(parent->data());
     emit numPointChanged();
+}
+
+int FixedPointFilter::withinCellLimit(int count) const
+{
+    if (count <= Vexal::MaxCells)
+        return count;
+    qWarning().nospace() << metaObject()->className() << ": numPoint " << count << " is too large, using "
+                         << Vexal::MaxCells;
+    return Vexal::MaxCells;
 }

@@ -24,6 +24,8 @@ protected:
 
     // Stores the count, recomputes from the parent's output, if any, and signals.
     void applyNumPoint(int count);
+    // The count, lowered with a warning to the most cells a filter makes.
+    int withinCellLimit(int count) const;
 
 private:
     int m_numPoint = 256; // number of output cells, 256

@@ -1,5 +1,7 @@
 #include "filters/movingaverageu64.h"
 
+#include "plugin/vexalutils.h"
+
 #include <QtCore/QDebug>
 
 #include <algorithm>
@@ -13,8 +15,9 @@ MovingAverageU64::~MovingAverageU64() = default;
 
 void MovingAverageU64::setDepth(int depth)
 {
-    if (depth < 1) {
-        qWarning() << "MovingAverageU64: depth" << depth << "refused, it must be at least 1; keeping" << m_depth;
+    if (depth < 1 || depth > Vexal::MaxCells) {
+        qWarning() << "MovingAverageU64: depth" << depth << "refused, it must be at least 1 and at most"
+                   << Vexal::MaxCells << "; keeping" << m_depth;
         return;
     }
     if (m_depth == depth)

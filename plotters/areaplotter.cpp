@@ -7,6 +7,8 @@
 #include <QtGui/QMatrix4x4>
 #include <QtOpenGL/QOpenGLShaderProgram>
 
+#include <algorithm>
+
 namespace {
 
 enum Attribute { FillAttribute = 0, BorderAttribute = 1 };
@@ -152,8 +154,13 @@ void AreaPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, co
     // this plotter without being its chartArea.
     const IChartArea *chart = chartArea();
     m_frameRect = chart ? chart->visibleRect() : area;
-    const int start = __start_index(m_frameRect);
-    const int end = __end_index(m_frameRect);
+    captureUniforms();
+    // Kept within the samples: a view far from the data would otherwise give
+    // indexes whose doubled vertex counts overflow. A range that would be empty
+    // or reversed draws nothing either way.
+    const int samples = int(data().size());
+    const int start = std::clamp(__start_index(m_frameRect), 0, samples);
+    const int end = std::clamp(__end_index(m_frameRect), start, samples);
     if (layers.isEmpty()) {
         SRenderLayerDefinition fill;
         fill.first = 2 * start;
@@ -184,7 +191,7 @@ void AreaPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, co
     layers[FillLayer].count = 2 * (end - start);
 }
 
-void AreaPlotter::_update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer)
+void AreaPlotter::captureUniforms()
 {
     const QRectF area = plotterArea();
     const double sampleWidth = area.width() / double(data().size());
@@ -192,12 +199,18 @@ void AreaPlotter::_update_uniforms(QOpenGLShaderProgram &program, const SRenderL
     matrix.ortho(m_frameRect);
     matrix.translate(Vexal::toFloat(area.left() + xOffset()), 0.0f, 0.0f);
     matrix.scale(Vexal::toFloat(sampleWidth), 1.0f, 1.0f);
-    program.setUniformValue("matrix", matrix);
+    // The gradient runs from the bottom colour at value 0 to the top colour at
+    // the top edge.
+    m_frameUniforms = {matrix, m_borderColor, color(), m_enableGradient ? m_gradientColor : color()};
+}
+
+void AreaPlotter::_update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer)
+{
+    program.setUniformValue("matrix", m_frameUniforms.matrix);
     if (layer.layer != FillLayer) {
-        program.setUniformValue("color", m_borderColor);
+        program.setUniformValue("color", m_frameUniforms.border);
         return;
     }
-    // The gradient runs from color_bot at value 0 to color_top at the top edge.
-    program.setUniformValue("color_top", color());
-    program.setUniformValue("color_bot", m_enableGradient ? m_gradientColor : color());
+    program.setUniformValue("color_top", m_frameUniforms.top);
+    program.setUniformValue("color_bot", m_frameUniforms.bottom);
 }

@@ -2,6 +2,8 @@
 
 #include "plotters/iplotter1d.h"
 
+#include <QtGui/QMatrix4x4>
+
 #include <QtGui/QVector2D>
 
 // Draws a series as a filled area between value 0 and the curve through the
@@ -60,5 +62,17 @@ private:
     bool m_borderEnable = true;               // draw the border line
     bool m_enableGradient = false;            // fill from gradientColor at value 0 to the plotter colour
     QColor m_gradientColor{7, 203, 242, 255}; // fill colour at value 0 when the gradient is on
+    // The uniforms of the frame being drawn, worked out with its layers while
+    // the GUI thread is blocked.
+    struct FrameUniforms
+    {
+        QMatrix4x4 matrix;  // sample index and value to clip space
+        QColor border;      // border line colour
+        QColor top;         // fill colour at the top edge
+        QColor bottom;      // fill colour at value 0
+    };
+    void captureUniforms();
+
     QRectF m_frameRect;                       // visible rectangle of the frame being drawn, null
+    FrameUniforms m_frameUniforms;            // uniforms of the frame being drawn
 };

@@ -147,8 +147,10 @@ void BarDecorator::setMouseY(double y)
 
 void BarDecorator::setPlotters(const QList<IPlotter *> &plotters)
 {
+    // QML turns list entries that are not plotters into nulls.
     QList<IPlotter *> watched = plotters;
-    watched.removeAll(nullptr);
+    if (watched.removeAll(nullptr) > 0)
+        qWarning("BarDecorator::plotters: null entries (or objects that are not plotters) were ignored");
     if (watched == m_plotters)
         return;
     // Plotters dropped from the list keep their connections.
@@ -160,7 +162,11 @@ void BarDecorator::setPlotters(const QList<IPlotter *> &plotters)
 
 void BarDecorator::addPlotter(IPlotter *newPlotter)
 {
-    if (!newPlotter || m_plotters.contains(newPlotter))
+    if (!newPlotter) {
+        qWarning("BarDecorator::addPlotter: a null plotter was ignored");
+        return;
+    }
+    if (m_plotters.contains(newPlotter))
         return;
     m_plotters.append(newPlotter);
     watch(newPlotter);
@@ -339,10 +345,16 @@ void BarDecorator::prepareRender()
         m_indexBuffer.create();
         m_indexBuffer.setUsagePattern(QOpenGLBuffer::StaticDraw);
     }
-    if (!visible() || !program)
-        return;
-    program->bind();
-    uploadDirtyArrays();
+    if (visible() && program) {
+        program->bind();
+        uploadDirtyArrays();
+    }
+    // Never more than have vertices on the GPU; the history itself changes on
+    // the GUI thread while the frame is drawn.
+    m_frameHighlights = std::min({m_maxHighlights, int(m_history.size()), m_uploadedHighlights});
+    // Read here rather than while drawing: the local time reads shared
+    // time-zone state that the GUI thread's fade ticks read too.
+    m_frameTime = shaderTimeNow(m_timeScale);
 }
 
 void BarDecorator::uploadDirtyArrays()
@@ -361,21 +373,20 @@ void BarDecorator::uploadDirtyArrays()
 
 void BarDecorator::render(const QRectF &area)
 {
-    if (!visible() || m_history.isEmpty())
+    const int highlights = m_frameHighlights;
+    if (!frame.visible || highlights <= 0)
         return;
     const int variant = decoratorProgram().variant();
     QOpenGLShaderProgram *program = decoratorProgram().current();
-    // Never draws more highlights than have vertices on the GPU.
-    const int highlights = std::min({m_maxHighlights, int(m_history.size()), m_uploadedHighlights});
-    if (variant == SkippedVariant || !program || highlights <= 0)
+    if (variant == SkippedVariant || !program)
         return;
     QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
     // Lights up what lies below in proportion to its own alpha.
     gl->glBlendFunc(GL_SRC_ALPHA, GL_DST_ALPHA);
     program->bind();
     program->setUniformValue("screen_dy", Vexal::toFloat(2.0 / area.height()));
-    program->setUniformValue("color", color());
-    program->setUniformValue("curr_time", shaderTimeNow(m_timeScale));
+    program->setUniformValue("color", frame.color);
+    program->setUniformValue("curr_time", m_frameTime);
 
     const bool byLocation = variant == LocationVariant;
     const int point = byLocation ? PointLocation : program->attributeLocation("point");

@@ -74,6 +74,8 @@ protected:
     int m_maxHighlights = 10;              // highlights kept on the GPU; 10
     float m_timeScale = 100.0f;            // milliseconds per shader time unit; 100
     int m_uploadedHighlights = 0;          // highlights whose vertices and times are on the GPU; 0
+    int m_frameHighlights = 0;             // highlights the frame being drawn shows; 0
+    float m_frameTime = 0.0f;              // shader clock of the frame being drawn; 0
 
 private:
     void watch(IPlotter *plotter);

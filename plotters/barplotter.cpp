@@ -315,8 +315,8 @@ void BarPlotter::uploadDirtyArrays()
 
 void BarPlotter::render(const QRectF &area)
 {
-    const QRectF bars = dataArea();
-    if (!visible() || !bars.intersects(area))
+    const QRectF bars = frame.dataArea;
+    if (!frame.visible || !bars.intersects(area))
         return;
     QOpenGLShaderProgram *program = barProgram().current();
     if (!program)
@@ -329,7 +329,7 @@ void BarPlotter::render(const QRectF &area)
         return;
 
     program->bind();
-    program->setUniformValue("bar_color", color());
+    program->setUniformValue("bar_color", frame.color);
     program->setUniformValue("screen_dx", Vexal::toFloat(2.0 * width / area.width()));
     program->setUniformValue("screen_x", Vexal::toFloat(2.0 * (bars.left() - area.left()) / area.width() - 1.0));
     program->setUniformValue("screen_dy", Vexal::toFloat(area.height() * 0.5));

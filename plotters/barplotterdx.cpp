@@ -148,6 +148,7 @@ void BarPlotterDx::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, c
     // this plotter without being its chartArea.
     const IChartArea *chart = chartArea();
     m_frameRect = chart ? chart->visibleRect() : rect;
+    captureUniforms();
     __update_draw_index();
     if (layers.isEmpty()) {
         SRenderLayerDefinition bars;
@@ -162,16 +163,22 @@ void BarPlotterDx::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, c
     layers.first().count = (m_drawLast - m_drawFirst) * 6;
 }
 
-void BarPlotterDx::_update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &)
+void BarPlotterDx::captureUniforms()
 {
     // The view's left edge relative to the plotter area, split like the vertices'
     // x so that the shader subtracts the large and the small parts separately.
     const Vexal::SplitDouble left = Vexal::splitDouble(m_frameRect.left() - plotterArea().left());
-    program.setUniformValue("x_msb", left.msb);
-    program.setUniformValue("x_lsb", left.lsb);
-    program.setUniformValue("screen_dx", Vexal::toFloat(2.0 / m_frameRect.width()));
-    program.setUniformValue("screen_dy", Vexal::toFloat(m_frameRect.height() * 0.5));
-    program.setUniformValue("color", color());
+    m_frameUniforms = {left.msb, left.lsb, Vexal::toFloat(2.0 / m_frameRect.width()),
+                       Vexal::toFloat(m_frameRect.height() * 0.5), color()};
+}
+
+void BarPlotterDx::_update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &)
+{
+    program.setUniformValue("x_msb", m_frameUniforms.xMsb);
+    program.setUniformValue("x_lsb", m_frameUniforms.xLsb);
+    program.setUniformValue("screen_dx", m_frameUniforms.screenDx);
+    program.setUniformValue("screen_dy", m_frameUniforms.screenDy);
+    program.setUniformValue("color", m_frameUniforms.color);
 }
 
 //-----------------------------------------------------------------------------

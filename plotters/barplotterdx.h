@@ -50,5 +50,18 @@ private:
     double widthOf(int bar) const { return data()[2 * bar]; }
     double valueOf(int bar) const { return data()[2 * bar + 1]; }
 
-    QRectF m_frameRect; // visible rectangle of the frame being drawn, null
+    // The uniforms of the frame being drawn, worked out with its layer while the
+    // GUI thread is blocked.
+    struct FrameUniforms
+    {
+        float xMsb = 0.0f;    // the view's left edge relative to the plotter area, split
+        float xLsb = 0.0f;
+        float screenDx = 0.0f; // clip units per data unit along x
+        float screenDy = 0.0f; // half the view's height
+        QColor color;          // bar colour
+    };
+    void captureUniforms();
+
+    QRectF m_frameRect;             // visible rectangle of the frame being drawn, null
+    FrameUniforms m_frameUniforms;  // uniforms of the frame being drawn
 };

@@ -316,13 +316,20 @@ void IPlotter::uploadDirtyBuffers()
     }
 }
 
-void IPlotter::render(const QRectF &area)
+void IPlotter::captureFrame(const QRectF &visibleRect)
 {
-    if (!m_visible || !area.intersects(m_plotterArea))
+    frame = {m_visible, m_plotterArea, dataArea(), m_color};
+    if (!m_visible || !visibleRect.intersects(m_plotterArea))
         return;
-    _fetch_render_layers(renderLayers, area);
+    _fetch_render_layers(renderLayers, visibleRect);
     std::sort(renderLayers.begin(), renderLayers.end(),
               [](const SRenderLayerDefinition &a, const SRenderLayerDefinition &b) { return a.layer < b.layer; });
+}
+
+void IPlotter::render(const QRectF &area)
+{
+    if (!frame.visible || !area.intersects(frame.plotterArea))
+        return;
     for (const SRenderLayerDefinition &layer : std::as_const(renderLayers)) {
         if (layer.count <= 0 || layer.mode == 0)
             continue;
@@ -400,10 +407,12 @@ struct ProgramRegistry
     }
 };
 
+// Lives as long as the process and is never destroyed: the definitions it
+// holds are meant to live that long, and stay reachable to the very end.
 ProgramRegistry &registry()
 {
-    static ProgramRegistry instance;
-    return instance;
+    static ProgramRegistry *const instance = new ProgramRegistry;
+    return *instance;
 }
 
 } // namespace

@@ -72,6 +72,9 @@ public:
     // ---- Render thread, called by the chart
     virtual void prepareRender();
     virtual void render(const QRectF &area);
+    // The chart's synchronize step, GUI thread blocked: takes everything that
+    // this frame's draw reads of the GUI-side state, and the frame's layers.
+    void captureFrame(const QRectF &visibleRect);
 
     // ---- Queries in data coordinates
     virtual double max_in(const QRectF &area) const;
@@ -110,6 +113,16 @@ signals:
     void modAreaChanged();
 
 protected:
+    // What the draw of the current frame reads of the GUI-side state, taken by
+    // captureFrame while the GUI thread is blocked.
+    struct FrameState
+    {
+        bool visible = false; // the plotter draws
+        QRectF plotterArea;   // the plotter area
+        QRectF dataArea;      // the plotter area moved by xOffset
+        QColor color;         // the plotter colour
+    };
+
     // ---- Subclass hooks of the render pipeline
     virtual QList<SAttributeDefinition> declareArributeArray();
     virtual void declareUniforms(); // extension hook; the base only reports it is missing
@@ -143,6 +156,7 @@ protected:
     QList<SAttributeDefinition> attributeDefinitions; // declared at initialisation
     QList<QOpenGLBuffer> buffers;                  // one per declaration, same index
     QList<SRenderLayerDefinition> renderLayers;    // kept between frames
+    FrameState frame;                              // taken for the frame being drawn
 
 private:
     void initialize();

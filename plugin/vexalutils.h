@@ -32,6 +32,10 @@ inline bool sameData(const QList<double> &a, const QList<double> &b)
         || std::memcmp(a.constData(), b.constData(), size_t(a.size()) * sizeof(double)) == 0;
 }
 
+// The most cells a filter makes from one parameter (a count or a depth): far
+// more than any screen shows, and small enough to allocate.
+constexpr int MaxCells = 1 << 20;
+
 // Truncates towards zero like a plain int conversion, but saturates at the int
 // range (and maps NaN to 0) where the plain conversion would be undefined.
 inline int toInt(double v)

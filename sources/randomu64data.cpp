@@ -98,6 +98,13 @@ void RandomU64Data::setAppend(bool append)
 
 void RandomU64Data::setInterval(int interval)
 {
+    // 0 would regenerate on every pass of the event loop and starve the
+    // application; a negative interval never fires.
+    if (interval < 1) {
+        qWarning() << "RandomU64Data: interval" << interval << "ms refused, it must be at least 1; keeping"
+                   << m_interval;
+        return;
+    }
     if (m_interval == interval)
         return;
     m_interval = interval;
@@ -116,8 +123,8 @@ void RandomU64Data::setRepeat(bool repeat)
 
 void RandomU64Data::setNumBin(int numBin)
 {
-    if (numBin < 0) {
-        qWarning() << "RandomU64Data: negative numBin" << numBin << "refused, keeping" << m_numBin;
+    if (numBin < 1) {
+        qWarning() << "RandomU64Data: numBin" << numBin << "refused, it must be at least 1; keeping" << m_numBin;
         return;
     }
     if (m_numBin == numBin)

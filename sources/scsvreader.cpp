@@ -14,6 +14,13 @@ constexpr qint64 BlockSize = 1 << 20;
 // overflow, non-ASCII white space, a byte order mark) goes through QString.
 double lineValue(QByteArrayView line)
 {
+    // Carriage returns are dropped wherever they stand, as a text-mode read
+    // drops them.
+    if (line.contains('\r')) {
+        QByteArray text = line.toByteArray();
+        text.replace("\r", "");
+        return lineValue(text);
+    }
     bool ok = false;
     const double value = line.toDouble(&ok);
     return ok ? value : QString::fromUtf8(line).toDouble();
@@ -43,8 +50,9 @@ QList<double> readLines(QFile &file)
         }
         pending.append(rest);
     }
+    // A last line without a line break counts, even one of carriage returns only.
     if (!pending.isEmpty())
-        values.append(lineValue(pending)); // last line without a line break
+        values.append(lineValue(pending));
     return values;
 }
 
@@ -64,7 +72,9 @@ void SCSVReader::setFile(const QString &path)
     m_file = path;
     emit fileChanged();
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+    // Read raw: text mode would hide a last line made of carriage returns only,
+    // which a line-by-line read still counts.
+    if (!file.open(QIODevice::ReadOnly))
         return;
     const QList<double> values = readLines(file);
     setArea(QRectF(0.0, 0.0, double(values.size()) * m_binWidth, 0.0));

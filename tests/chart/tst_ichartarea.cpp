@@ -390,6 +390,7 @@ void tst_IChartArea::renderPlottersSkipsHiddenAndOutsidePlotters()
     TestPlotter *touching = plotterWithArea(QRectF(10, 0, 5, 5), &chart); // shares an edge only
     for (TestPlotter *p : {outside, hidden, touching})
         chart.addPlotter(p);
+    chart.captureFrame();
     chart.renderPlotters();
     QCOMPARE(outside->renders() + hidden->renders() + touching->renders(), 0);
     QCOMPARE(chart.layer(0).size(), 3); // sorted into their layer all the same

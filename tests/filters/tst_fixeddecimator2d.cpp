@@ -117,6 +117,8 @@ void tst_FixedDecimator2D::numPointSetter_data()
     QTest::newRow("0 when 1 is stored does nothing") << 1 << 0 << 1 << false;
     QTest::newRow("the same value does nothing") << 8 << 8 << 8 << false;
     QTest::newRow("a new value is stored") << 8 << 3 << 3 << true;
+    QTest::newRow("the largest int stores 2^20, the most cells a filter makes")
+        << 8 << std::numeric_limits<int>::max() << (1 << 20) << true;
 }
 
 void tst_FixedDecimator2D::numPointSetter()
@@ -129,6 +131,8 @@ void tst_FixedDecimator2D::numPointSetter()
     FixedDecimator2D filter;
     filter.setNumPoint(initial);
     QSignalSpy spy(&filter, &FixedDecimator2D::numPointChanged);
+    if (requested > (1 << 20))
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("numPoint \\d+ is too large, using 1048576")));
     filter.setNumPoint(requested);
     QCOMPARE(filter.numPoint(), stored);
     QCOMPARE(spy.size(), signalled ? 1 : 0);

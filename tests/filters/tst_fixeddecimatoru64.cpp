@@ -114,6 +114,8 @@ void tst_FixedDecimatorU64::numPointWithoutParent_data()
     QTest::newRow("0 stores 1") << 0 << 1;
     QTest::newRow("-5 stores 1") << -5 << 1;
     QTest::newRow("1000 stores 1000 without a parent") << 1000 << 1000;
+    QTest::newRow("the largest int stores 2^20, the most cells a filter makes")
+        << std::numeric_limits<int>::max() << (1 << 20);
 }
 
 void tst_FixedDecimatorU64::numPointWithoutParent()
@@ -123,6 +125,8 @@ void tst_FixedDecimatorU64::numPointWithoutParent()
 
     FixedDecimatorU64 filter;
     QSignalSpy spy(&filter, &FixedDecimatorU64::numPointChanged);
+    if (requested > (1 << 20))
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("numPoint \\d+ is too large, using 1048576")));
     filter.setNumPoint(requested);
     QCOMPARE(filter.numPoint(), stored);
     QCOMPARE(filter.data(), QList<double>(stored, 0.0));

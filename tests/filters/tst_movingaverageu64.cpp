@@ -41,8 +41,8 @@ private slots:
     void emptyInputChangesNothing();
     void everyInputIsPublished();
     void depthAppliesToTheNextInput();
-    void depthBelowOneIsRefused_data();
-    void depthBelowOneIsRefused();
+    void depthOutOfRangeIsRefused_data();
+    void depthOutOfRangeIsRefused();
     void nanPoisonsTheRunningSum();
 };
 
@@ -118,15 +118,17 @@ void tst_MovingAverageU64::depthAppliesToTheNextInput()
     QCOMPARE(filter.data(), (QList<double>{2, 4, 5}));
 }
 
-void tst_MovingAverageU64::depthBelowOneIsRefused_data()
+void tst_MovingAverageU64::depthOutOfRangeIsRefused_data()
 {
     QTest::addColumn<int>("depth");
     QTest::newRow("depth 0 is refused") << 0;
     QTest::newRow("depth -3 is refused") << -3;
     QTest::newRow("the lowest int is refused") << std::numeric_limits<int>::min();
+    QTest::newRow("a depth beyond 2^20 is refused") << (1 << 20) + 1;
+    QTest::newRow("the largest int is refused") << std::numeric_limits<int>::max();
 }
 
-void tst_MovingAverageU64::depthBelowOneIsRefused()
+void tst_MovingAverageU64::depthOutOfRangeIsRefused()
 {
     QFETCH(int, depth);
     MovingAverageU64 filter;

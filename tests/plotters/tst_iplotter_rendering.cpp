@@ -8,6 +8,9 @@
 #include <QtOpenGL/QOpenGLShaderProgram>
 #include <QtTest/QTest>
 
+#include <atomic>
+#include <memory>
+
 using VexalTest::QuickScene;
 
 namespace {
@@ -228,11 +231,17 @@ Rectangle {
     QVERIFY(scene.isReady());
     // What the render thread sees after each frame: the linked "area" program of
     // the window's context.
-    QOpenGLShaderProgram *seen = nullptr;
-    bool built = false;
-    connect(&scene.window(), &QQuickWindow::afterRendering, this, [&] {
-        seen = IPlotter::programFor(QStringLiteral("area"));
-        built = IPlotter::programsBuilt();
+    // Shared with the render thread, which may still be in the slot after this
+    // function has returned.
+    struct RenderThreadView
+    {
+        std::atomic<QOpenGLShaderProgram *> program{nullptr};
+        std::atomic<bool> built{false};
+    };
+    const auto view = std::make_shared<RenderThreadView>();
+    connect(&scene.window(), &QQuickWindow::afterRendering, this, [view] {
+        view->program = IPlotter::programFor(QStringLiteral("area"));
+        view->built = IPlotter::programsBuilt();
     }, Qt::DirectConnection);
     // A second build would announce itself with "Skipping" for every name.
     QTest::failOnWarning(QRegularExpression(QStringLiteral("^Skipping")));
@@ -242,16 +251,16 @@ Rectangle {
     const QImage image = scene.grab();
     comparePixel(image, QPoint(25, 75), Qt::red);
     comparePixel(image, QPoint(175, 75), Qt::blue);
-    QVERIFY(built);
-    QVERIFY(seen);
-    QVERIFY(seen->isLinked());
-    QOpenGLShaderProgram *firstBuild = seen;
+    QVERIFY(view->built);
+    QOpenGLShaderProgram *firstBuild = view->program;
+    QVERIFY(firstBuild);
+    QVERIFY(firstBuild->isLinked());
 
     // The charts are recreated by a resize; their programs stay.
     scene.window().resize(220, 110);
     scene.root()->setSize(QSizeF(220, 110));
     scene.grab();
-    QCOMPARE(seen, firstBuild);
+    QCOMPARE(view->program.load(), firstBuild);
 }
 
 void tst_IPlotterRendering::windowsWithOwnContextsEachDraw()

@@ -47,7 +47,8 @@ private slots:
     void aTickWithoutAppendReplaces();
     void grownNumBinCountsMissingCellsAsZero();
     void numBinTakesEffectAtTheNextReset();
-    void negativeNumBinIsRefused();
+    void settingsBelowOneAreRefused_data();
+    void settingsBelowOneAreRefused();
     void runningIsTheTimerInterval_data();
     void runningIsTheTimerInterval();
     void intervalAndRepeatConfigureTheTimer();
@@ -111,7 +112,6 @@ void tst_RandomU64Data::fewBinsPutEverySampleOnTheMean_data()
 {
     QTest::addColumn<int>("numBin");
     QTest::addColumn<QList<double>>("bins");
-    QTest::newRow("no bin gives an empty list") << 0 << QList<double>();
     QTest::newRow("one bin takes every sample") << 1 << QList<double>{10000};
     QTest::newRow("seven bins have no spread: all on bin 3") << 7 << QList<double>{0, 0, 0, 10000, 0, 0, 0};
 }
@@ -211,12 +211,32 @@ void tst_RandomU64Data::numBinTakesEffectAtTheNextReset()
     QCOMPARE(source.data().size(), 64);
 }
 
-void tst_RandomU64Data::negativeNumBinIsRefused()
+void tst_RandomU64Data::settingsBelowOneAreRefused_data()
 {
+    QTest::addColumn<QByteArray>("property");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QString>("warning");
+    QTest::newRow("no bin at all") << QByteArray("numBin") << 0 << "numBin 0 refused, it must be at least 1";
+    QTest::newRow("a negative bin count") << QByteArray("numBin") << -5 << "numBin -5 refused, it must be at least 1";
+    QTest::newRow("an interval of 0 ms") << QByteArray("interval") << 0 << "interval 0 ms refused, it must be at least 1";
+    QTest::newRow("a negative interval")
+        << QByteArray("interval") << -40 << "interval -40 ms refused, it must be at least 1";
+}
+
+void tst_RandomU64Data::settingsBelowOneAreRefused()
+{
+    QFETCH(QByteArray, property);
+    QFETCH(int, value);
+    QFETCH(QString, warning);
     RandomU64Data source;
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("negative numBin -5 refused")));
-    source.setNumBin(-5);
-    QCOMPARE(source.numBin(), 1024);
+    const QVariant before = source.property(property);
+    QSignalSpy numBinSpy(&source, &RandomU64Data::numBinChanged);
+    QSignalSpy intervalSpy(&source, &RandomU64Data::intervalChanged);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QRegularExpression::escape(warning)));
+    QVERIFY(source.setProperty(property, value));
+    QCOMPARE(source.property(property), before);
+    QCOMPARE(timerOf(source)->interval(), 2500);
+    QCOMPARE(numBinSpy.size() + intervalSpy.size(), 0);
 }
 
 void tst_RandomU64Data::runningIsTheTimerInterval_data()

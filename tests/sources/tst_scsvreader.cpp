@@ -86,6 +86,9 @@ void tst_SCSVReader::readsOneNumberPerLine_data()
     QTest::newRow("one number a line") << QByteArray("1\n2.5\n-3e2\n") << QList<double>{1, 2.5, -300};
     QTest::newRow("the last line without a line break") << QByteArray("1\n2") << QList<double>{1, 2};
     QTest::newRow("CRLF line ends") << QByteArray("1\r\n2\r\n") << QList<double>{1, 2};
+    QTest::newRow("carriage returns inside a line are dropped") << QByteArray("1\r2\n") << QList<double>{12};
+    QTest::newRow("a last line of a carriage return only reads as 0") << QByteArray("1\n\r") << QList<double>{1, 0};
+    QTest::newRow("a file of one carriage return holds one line") << QByteArray("\r") << QList<double>{0};
     QTest::newRow("text lines read as 0") << QByteArray("value\n5\nx7\n") << QList<double>{0, 5, 0};
     QTest::newRow("two numbers with a separator read as 0") << QByteArray("1;2\n3,4\n") << QList<double>{0, 0};
     QTest::newRow("empty lines read as 0") << QByteArray("1\n\n2\n") << QList<double>{1, 0, 2};
