@@ -10,6 +10,7 @@ VEXAL_PACKAGES=(
     qml6-module-qttest qml6-module-qtqml qml6-module-qtqml-models libqt6svg6 qt6-qpa-plugins
     xvfb xauth libgl1-mesa-dri
     libbenchmark-dev qml6-module-qtcharts qt6-charts-dev
+    clang libclang-rt-14-dev
 )
 
 install_missing_packages() {
