@@ -128,9 +128,9 @@ void IChartArea::removePlotter(IPlotter *plotter)
 void IChartArea::watchLifetime(IPlotter *plotter)
 {
     // A listed plotter that does not point back at this chart (set through the
-    // plotter property) is still dropped when it is destroyed.
+    // plotter property) still leaves the lists when it is destroyed.
     if (plotter)
-        connect(plotter, &QObject::destroyed, this, &IChartArea::forgetPlotter, Qt::UniqueConnection);
+        plotter->noteListedBy(this);
 }
 
 void IChartArea::forgetPlotter(QObject *plotter)

@@ -10,6 +10,7 @@
 #include <QtOpenGL/QOpenGLShaderProgram>
 
 #include <algorithm>
+#include <utility>
 
 //-----------------------------------------------------------------------------
 // [SECTION] Construction and chart attachment
@@ -27,9 +28,23 @@ IPlotter::~IPlotter()
 
 void IPlotter::detachFromChart()
 {
+    // Also the charts that list this plotter without it pointing back (their
+    // plotter property): a frame must not reach members about to be destroyed.
     if (IChartArea *chart = m_chartArea.data())
         chart->forgetPlotter(this);
     m_chartArea.clear();
+    const QList<QPointer<IChartArea>> listedBy = std::exchange(m_listedBy, {});
+    for (const QPointer<IChartArea> &chart : listedBy) {
+        if (chart)
+            chart->forgetPlotter(this);
+    }
+}
+
+void IPlotter::noteListedBy(IChartArea *chart)
+{
+    m_listedBy.removeIf([](const QPointer<IChartArea> &c) { return c.isNull(); });
+    if (!m_listedBy.contains(chart))
+        m_listedBy.append(chart);
 }
 
 void IPlotter::forgetChart(const IChartArea *chart)

@@ -94,6 +94,9 @@ public:
 
     // Called by a chart that is going away while this plotter still points at it.
     void forgetChart(const IChartArea *chart);
+    // Called by a chart whose plotter list holds this plotter: the plotter
+    // leaves that list too when it is destroyed, before its members go.
+    void noteListedBy(IChartArea *chart);
 
 signals:
     void colorChanged();
@@ -175,4 +178,5 @@ private:
     uint m_drawLayer = 1;                // bit k: draws in chart layer k
     bool m_showLegend = true;            // listed in legends
     QPointer<IChartArea> m_chartArea;    // the chart drawn into; not owned
+    QList<QPointer<IChartArea>> m_listedBy; // charts whose lists hold this plotter; not owned
 };

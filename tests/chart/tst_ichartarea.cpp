@@ -1,6 +1,7 @@
 // Unit tests of the chart item: properties, plotter list, mapping, throttle,
 // chart rectangle and layer sorting.
 #include "chart/ichartarea.h"
+#include "plotters/barplotter.h"
 #include "testplotter.h"
 
 #include <QtCore/QElapsedTimer>
@@ -62,6 +63,7 @@ private slots:
     void renderPlottersSkipsHiddenAndOutsidePlotters();
     void destroyedPlotterLeavesEveryList();
     void destroyedListedPlotterLeavesTheList();
+    void destroyedListedPlotterLeavesBeforeItsMembersGo();
     void destroyedChartLeavesNoDanglingPointer();
 };
 
@@ -420,6 +422,22 @@ void tst_IChartArea::destroyedListedPlotterLeavesTheList()
     QCOMPARE(plotter->chartArea(), nullptr);
     delete plotter;
     QVERIFY(chart.plotter().isEmpty());
+}
+
+void tst_IChartArea::destroyedListedPlotterLeavesBeforeItsMembersGo()
+{
+    // A frame must not reach a plotter whose own destructor has run: the
+    // list change has to happen while the object is still a BarPlotter, not
+    // once only its QObject part is left.
+    IChartArea chart;
+    auto *bars = new BarPlotter;
+    chart.setPlotter({bars});
+    bool stillWhole = false;
+    connect(&chart, &IChartArea::plotterChanged, &chart,
+            [&] { stillWhole = chart.plotter().isEmpty() && qobject_cast<BarPlotter *>(static_cast<QObject *>(bars)); });
+    delete bars;
+    QVERIFY(chart.plotter().isEmpty());
+    QVERIFY(stillWhole);
 }
 
 void tst_IChartArea::destroyedChartLeavesNoDanglingPointer()
