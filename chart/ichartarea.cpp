@@ -21,6 +21,11 @@ IChartArea::IChartArea(QQuickItem *parent)
     // Plotters put value 0 at clip y = +1, which the unmirrored framebuffer
     // shows on the item's bottom edge.
     setMirrorVertically(false);
+    // The framebuffer has the item's size, so its pixels map one to one onto
+    // the window: nearest sampling copies them exactly (linear sampling would
+    // blur a chart placed at a fractional position) and costs a software
+    // rasteriser a good part of a frame less.
+    setSmooth(false);
 }
 
 IChartArea::~IChartArea()

@@ -3,6 +3,7 @@
 #include "chart/chartarea.h"
 #include "plotters/iplotter1d.h"
 #include "quickscene.h"
+#include "testplotter.h"
 
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QGuiApplication>
@@ -54,6 +55,7 @@ private slots:
     void startupTaskShowsWholeDataAfter100ms();
     void chartDestroyedWithinItsFirst100msIsNeverTouched();
     void exportImageKeepsTheGrabAndWritesNothing();
+    void chartAtFractionalPositionCopiesItsPixelsExactly();
 };
 
 void tst_ChartArea::defaults()
@@ -231,6 +233,43 @@ Item {
     QCOMPARE(chart->grabResult()->image().size(), QSize(120, 80));
     QVERIFY(!QFile::exists(path));
     QVERIFY(QDir(dir.path()).isEmpty());
+}
+
+void tst_ChartArea::chartAtFractionalPositionCopiesItsPixelsExactly()
+{
+    // The chart's framebuffer is as large as the item: half a pixel off the
+    // grid, its edges must stay sharp instead of blending into the background.
+    VexalTest::QuickScene scene(R"(
+import QtQuick 2.15
+import VexalPlugin 1.0
+Rectangle {
+    color: "white"
+    ChartArea { objectName: "chart"; x: 20.5; y: 10; width: 100; height: 50 }
+}
+)");
+    QVERIFY(scene.isReady());
+    auto *chart = scene.find<ChartArea>("chart");
+    QVERIFY(chart);
+    TestPlotter plotter;
+    plotter.setColor(Qt::green);
+    plotter.setPlotterArea(QRectF(0, 0, 100, 10));
+    plotter.setChartArea(chart);
+    plotter.setData({0, 0, 50, 10}); // the left half of the chart
+    chart->updateArea();
+    chart->resetZoomView();
+
+    const QImage image = scene.grab();
+    const int row = 35; // the middle of the chart
+    int green = 0, white = 0;
+    for (int x = 10; x < 140; ++x) {
+        const QColor c = image.pixelColor(x, row);
+        green += VexalTest::sameColor(c, Qt::green);
+        white += VexalTest::sameColor(c, Qt::white);
+        QVERIFY2(VexalTest::sameColor(c, Qt::green) || VexalTest::sameColor(c, Qt::white),
+                 QByteArray("x = ") + QByteArray::number(x) + ": " + VexalTest::describe(c));
+    }
+    QCOMPARE(green, 50);
+    QCOMPARE(white, 130 - 50);
 }
 
 VEXAL_GL_TEST_MAIN(tst_ChartArea)
