@@ -11,6 +11,9 @@
 //   live update  - 20 successive replacements of the N values;
 //   memory       - peak resident memory above the empty window, per sample,
 //                  while the series is shown, zoomed and panned.
+// Two floors are timed the same way: a bare window whose rectangle changes
+// colour (one frame of this window on this machine) and a chart without
+// plotters whose zoom changes (one frame of a chart's framebuffer).
 // A frame "shows" a change once the scene has settled: the time is that of the
 // last frame swapped before the window stays idle, so deferred work (queued
 // updates, dropped redraw requests) is counted and never missed.
@@ -57,7 +60,7 @@ constexpr double MaxValue = 1000.0;    // values are uniform in [0, MaxValue)
 constexpr qint64 SettleMs = 150;       // idle time after which a frame counts as final
 constexpr qint64 ThrottleGapMs = 30;   // idle time before a step, longer than the redraw throttle
 
-enum class System { Vexal, VexalRaw, QtCharts };
+enum class System { Vexal, VexalRaw, QtCharts, BareWindow, EmptyChart };
 
 const char *systemName(System s)
 {
@@ -65,6 +68,8 @@ const char *systemName(System s)
     case System::Vexal: return "vexal";
     case System::VexalRaw: return "vexal-raw";
     case System::QtCharts: return "qtcharts";
+    case System::BareWindow: return "window";
+    case System::EmptyChart: return "empty-chart";
     }
     return "";
 }
@@ -333,6 +338,29 @@ private:
 // [SECTION] Child: one system, one mode, one N
 //-----------------------------------------------------------------------------
 
+// Fills the window with the root item of qml; null (with the errors printed) when it does not load.
+std::unique_ptr<QQuickItem> showScene(QQmlEngine &engine, QQuickWindow &window, const QByteArray &qml)
+{
+    engine.addImportPath(QStringLiteral(VEXAL_BENCH_QML_DIR)); // the module in the build tree
+    window.resize(WindowWidth, WindowHeight);
+    QQmlComponent component(&engine);
+    component.setData(qml, QUrl());
+    std::unique_ptr<QQuickItem> root(qobject_cast<QQuickItem *>(component.create()));
+    if (!root) {
+        fprintf(stderr, "%s\n", qPrintable(component.errorString()));
+        return nullptr;
+    }
+    root->setParentItem(window.contentItem());
+    root->setSize(QSizeF(WindowWidth, WindowHeight));
+    return root;
+}
+
+void printResult(const QJsonObject &result)
+{
+    printf("RESULT %s\n", QJsonDocument(result).toJson(QJsonDocument::Compact).constData());
+    fflush(stdout);
+}
+
 int runChild(System system, qint64 n, quint64 seed)
 {
     std::unique_ptr<ChartUnderTest> chart;
@@ -342,18 +370,10 @@ int runChild(System system, qint64 n, quint64 seed)
         chart = std::make_unique<VexalChart>(system == System::Vexal);
 
     QQmlEngine engine;
-    engine.addImportPath(QStringLiteral(VEXAL_BENCH_QML_DIR)); // the module in the build tree
     QQuickWindow window;
-    window.resize(WindowWidth, WindowHeight);
-    QQmlComponent component(&engine);
-    component.setData(chart->qml(), QUrl());
-    std::unique_ptr<QQuickItem> root(qobject_cast<QQuickItem *>(component.create()));
-    if (!root) {
-        fprintf(stderr, "%s\n", qPrintable(component.errorString()));
+    const std::unique_ptr<QQuickItem> root = showScene(engine, window, chart->qml());
+    if (!root)
         return 1;
-    }
-    root->setParentItem(window.contentItem());
-    root->setSize(QSizeF(WindowWidth, WindowHeight));
     FrameClock clock(&window);
     window.show();
     clock.waitIdle(300); // window exposed, start-up tasks done
@@ -387,8 +407,37 @@ int runChild(System system, qint64 n, quint64 seed)
     result[QStringLiteral("live")] = live;
     result[QStringLiteral("renderer")] = clock.renderer();
 
-    printf("RESULT %s\n", QJsonDocument(result).toJson(QJsonDocument::Compact).constData());
-    fflush(stdout);
+    printResult(result);
+    return 0;
+}
+
+// The floors under every step, measured with the same clock as often as the
+// zoom and pan script has steps: a bare window whose one rectangle changes
+// colour, and a chart without plotters whose zoom changes.
+int runFloorChild(System system)
+{
+    const bool chart = system == System::EmptyChart;
+    QQmlEngine engine;
+    QQuickWindow window;
+    const std::unique_ptr<QQuickItem> root = showScene(
+        engine, window, chart ? "import VexalPlugin 1.0\nChartArea {}\n" : "import QtQuick 2.15\nRectangle {}\n");
+    if (!root)
+        return 1;
+    FrameClock clock(&window);
+    window.show();
+    clock.waitIdle(300);
+    const auto step = [&](int i) {
+        if (chart)
+            static_cast<ChartArea *>(root.get())->setZoomRect(QRectF(0, 0, 1.0 / (i + 2), 1));
+        else
+            root->setProperty("color", i % 2 ? QColor(Qt::white) : QColor(Qt::lightGray));
+    };
+    QJsonArray steps;
+    for (int i = 0; i < 2 * ZoomSteps; ++i)
+        steps.append(clock.measure([&] { step(i); }));
+    QJsonObject result;
+    result[QStringLiteral("steps")] = steps;
+    printResult(result);
     return 0;
 }
 
@@ -466,6 +515,8 @@ int runParent(const QList<qint64> &sizes, int repetitions, qint64 peerLimit, qin
 {
     const QString program = QCoreApplication::applicationFilePath();
     QString renderer;
+    const Figures bareWindow = runChildren(System::BareWindow, 0, repetitions, program);
+    const Figures emptyChart = runChildren(System::EmptyChart, 0, repetitions, program);
     struct Row { qint64 n; Figures ours, raw, peer; };
     QList<Row> rows;
     for (qint64 n : sizes) {
@@ -481,6 +532,9 @@ int runParent(const QList<qint64> &sizes, int repetitions, qint64 peerLimit, qin
 
     printf("\nMachine: %s; GL renderer: %s; Qt %s; window %d x %d; median of %d repetition(s)\n\n",
            qPrintable(cpuName()), qPrintable(renderer), qVersion(), WindowWidth, WindowHeight, repetitions);
+    printf("Floors (median step, ms): a bare window whose one rectangle changes colour %s; a ChartArea\n"
+           "without plotters whose zoom changes %s. No step of either system can be faster here.\n\n",
+           qPrintable(cell(bareWindow, &Figures::zoomMedian)), qPrintable(cell(emptyChart, &Figures::zoomMedian)));
     printf("| %-26s | %9s | %12s | %12s | %8s |\n", "scenario", "N", "Vexal", "Qt Charts", "ratio");
     printf("|%s|%s|%s|%s|%s|\n", "----------------------------", "-----------", "--------------",
            "--------------", "----------");
@@ -501,7 +555,7 @@ int runParent(const QList<qint64> &sizes, int repetitions, qint64 peerLimit, qin
     }
     printf("\n\"not run\": Qt Charts cannot hold this many points in reasonable time.\n"
            "raw: the values go straight into the BarPlotter, without the decimator.\n");
-    const bool complete = std::all_of(rows.cbegin(), rows.cend(), [&](const Row &r) {
+    const bool complete = bareWindow.ran && emptyChart.ran && std::all_of(rows.cbegin(), rows.cend(), [&](const Row &r) {
         return r.ours.ran && (r.n > rawLimit || r.raw.ran) && (r.n > peerLimit || r.peer.ran);
     });
     if (!complete)
@@ -530,6 +584,10 @@ int main(int argc, char **argv)
 
     if (parser.isSet(child)) {
         const QString name = parser.value(child);
+        for (System floor : {System::BareWindow, System::EmptyChart}) {
+            if (name == QLatin1String(systemName(floor)))
+                return runFloorChild(floor);
+        }
         const System system = name == QLatin1String("qtcharts") ? System::QtCharts
                             : name == QLatin1String("vexal-raw") ? System::VexalRaw
                                                                  : System::Vexal;
