@@ -18,9 +18,9 @@
 // last frame swapped before the window stays idle, so deferred work (queued
 // updates, dropped redraw requests) is counted and never missed.
 
-#include "chart/chartarea.h"
-#include "filters/decimatoru64.h"
-#include "plotters/barplotter.h"
+#include <vexal/chartarea.h>
+#include <vexal/decimatoru64.h>
+#include <vexal/barplotter.h>
 
 #include <QtCharts/QValueAxis>
 #include <QtCharts/QXYSeries>

@@ -1,9 +1,9 @@
 // Times the decimator's pyramid build for long series against a plain memcpy
 // of the same bytes and prints their ratio, then the moving average and the
 // minimal-width merge on 1e7 values.
-#include "filters/decimatorfilter.h"
-#include "filters/minimalwidth2d.h"
-#include "filters/movingaverageu64.h"
+#include <vexal/decimatorfilter.h>
+#include <vexal/minimalwidth2d.h>
+#include <vexal/movingaverageu64.h>
 
 #include <benchmark/benchmark.h>
 

@@ -1,7 +1,9 @@
-#include "chart/chartarea.h"
+#include <vexal/chartarea.h>
 
-#include "plotters/iplotter.h"
-#include "plugin/vexalutils.h"
+#include <vexal/iplotter.h>
+
+#include "chart/ichartarea_p.h"
+#include "core/numeric_p.h"
 
 #include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QThread>
@@ -46,7 +48,8 @@ void ChartArea::setZoomRect(const QRectF &rect)
     if (Vexal::sameRect(m_zoomRect, rect))
         return;
     m_zoomRect = rect;
-    emitOnOwnThread(&ChartArea::zoomRectChanged);
+    Vexal::emitOnOwnThread(this, &ChartArea::zoomRectChanged);
+    announceVisibleRect();
     requestUpdate();
 }
 

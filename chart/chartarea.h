@@ -1,6 +1,6 @@
 #pragma once
 
-#include "chart/ichartarea.h"
+#include <vexal/ichartarea.h>
 
 #include <QtCore/QSharedPointer>
 #include <QtQuick/QQuickItemGrabResult>

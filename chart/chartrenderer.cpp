@@ -1,7 +1,9 @@
-#include "chart/chartrenderer.h"
+#include "chart/chartrenderer_p.h"
 
-#include "chart/ichartarea.h"
-#include "plotters/iplotter.h"
+#include <vexal/ichartarea.h>
+#include <vexal/iplotter.h>
+
+#include "chart/ichartarea_p.h"
 
 #include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLFunctions>

@@ -1,8 +1,10 @@
-#include "chart/ichartarea.h"
+#include <vexal/ichartarea.h>
 
-#include "chart/chartrenderer.h"
-#include "plotters/iplotter.h"
-#include "plugin/vexalutils.h"
+#include <vexal/iplotter.h>
+
+#include "chart/chartrenderer_p.h"
+#include "chart/ichartarea_p.h"
+#include "core/numeric_p.h"
 
 #include <QtCore/QScopedValueRollback>
 #include <QtCore/QThread>
@@ -56,7 +58,8 @@ void IChartArea::setChartRect(const QRectF &rect)
     if (Vexal::sameRect(m_chartRect, rect))
         return;
     m_chartRect = rect;
-    emitOnOwnThread(&IChartArea::chartRectChanged);
+    Vexal::emitOnOwnThread(this, &IChartArea::chartRectChanged);
+    announceVisibleRect();
 }
 
 void IChartArea::setAdaptAreaToPlotters(bool adapt)
@@ -184,6 +187,11 @@ void IChartArea::unlock_update()
 QRectF IChartArea::visibleRect() const
 {
     return m_chartRect;
+}
+
+void IChartArea::announceVisibleRect()
+{
+    Vexal::emitOnOwnThread(this, &IChartArea::visibleRectChanged, visibleRect());
 }
 
 void IChartArea::requestUpdate()

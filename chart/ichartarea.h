@@ -1,29 +1,34 @@
 #pragma once
 
-#include "plugin/vexalglobal.h"
+#include <vexal/vexalglobal.h>
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QList>
-#include <QtCore/QMutex>
 #include <QtCore/QRectF>
-#include <QtCore/QThread>
 #include <QtQuick/QQuickFramebufferObject>
 
 #include <array>
 #include <memory>
-#include <mutex>
 
 class IPlotter;
-Q_MOC_INCLUDE("plotters/iplotter.h")
+Q_MOC_INCLUDE(<vexal/iplotter.h>)
+struct ChartRenderGate; // the chart's lifetime as its renderer sees it; internal
 
-// Shared between a chart and its renderer: the renderer draws only while the
-// chart is alive, and the GUI thread changes the plotter lists only between
-// frames. A standard mutex, so that thread checkers see the ordering it gives.
-struct ChartRenderGate
-{
-    std::recursive_mutex mutex;        // held while drawing and while the plotter lists change
-    class IChartArea *chart = nullptr; // null once the chart is being destroyed
-};
+// Threads, and what each touches:
+//
+// | what                                   | written by            | read by                     | guarded by                      |
+// |----------------------------------------|-----------------------|-----------------------------|---------------------------------|
+// | properties, plotter data, filters      | GUI thread            | GUI thread                  | nothing (one thread)            |
+// | plotter list, layer lists              | GUI thread            | render thread (draw)        | render gate mutex               |
+// | plotter arrays and GPU buffers         | GUI (CPU), render (GPU) | render thread (upload)    | synchronize step (GUI blocked)  |
+// | frame state (rectangles, colours)      | render thread, in the synchronize step | render thread (draw) | synchronize step           |
+// | chart alive? (for renderer, pool task) | GUI thread (destructor) | render thread, pool task  | render gate mutex               |
+//
+// The scene graph blocks the GUI thread during the renderer's synchronize
+// step: everything the draw reads is taken there (captureFrame), so the draw
+// that follows reads nothing the GUI thread writes. The render gate is the
+// one lock of the chart; it orders the plotter lists against a draw in flight
+// and a chart's destruction against its renderer and start-up task.
 
 // The QML item on which plotters draw. It owns the list of attached plotters,
 // the data rectangle mapped onto the item, the three draw layers and the
@@ -78,11 +83,14 @@ public:
     // Rebuilds the three layer lists.
     virtual void sortLayers();
 
-    void lockData() { dataMutex.lock(); }
-    void unlockData() { dataMutex.unlock(); }
+    // kept: part of the plotter interface; plotters change their data on the
+    // GUI thread only, so there is nothing for a lock here to order.
+    void lockData() {}
+    void unlockData() {}
 
     // The plotters of draw layer k, as sorted by the last sortLayers().
     QList<IPlotter *> layer(int k) const { return layers.at(size_t(k)); }
+    // Internal: shared with the renderer and the start-up task.
     std::shared_ptr<ChartRenderGate> renderGate() const { return m_gate; }
     // Called by a plotter that is being destroyed: it leaves every list at once.
     void forgetPlotter(QObject *plotter);
@@ -92,29 +100,19 @@ signals:
     void plotterChanged();
     void shouldUpdateChanged();
     void adaptAreaToPlottersChanged();
+    // visibleRect() changed: chartRect here, zoomRect on a ChartArea.
+    void visibleRectChanged(const QRectF &rect);
 
 protected:
-    // Emits a change signal on the chart's own thread. The render thread's
-    // synchronize step recomputes the rectangles; QML and the chart's other
-    // listeners still hear of the change on the thread they live in, and a
-    // notice still pending when the chart goes is dropped with it.
-    template <typename Chart>
-    void emitOnOwnThread(void (Chart::*signal)())
-    {
-        auto *chart = static_cast<Chart *>(this);
-        if (QThread::currentThread() == thread())
-            emit(chart->*signal)();
-        else
-            QMetaObject::invokeMethod(chart, signal, Qt::QueuedConnection);
-    }
-
     // Stops the renderer from calling back; every destructor of the hierarchy
     // calls it first, so no frame runs on a half-destroyed chart.
     void closeRenderGate();
+    // Emits visibleRectChanged with the current visibleRect(); subclasses call
+    // it whenever what visibleRect() returns changes.
+    void announceVisibleRect();
     void watchLifetime(IPlotter *plotter);
 
     std::array<QList<IPlotter *>, 3> layers; // per draw layer, sorted by zOrder
-    QMutex dataMutex;                         // held by plotters while they replace their data
     bool updateLocked = false;                // set by lock_update
     bool updatingArea = false;                // updateArea runs; nested requests only redraw
     QElapsedTimer updateTimer;                // time since the last accepted redraw request

@@ -13,14 +13,14 @@ set_target_properties(vexalplugin PROPERTIES INSTALL_RPATH "$ORIGIN/${plugin_to_
 install(TARGETS vexal EXPORT VexalTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(DIRECTORY plugin chart plotters filters sources
-    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vexal
-    FILES_MATCHING PATTERN "*.h")
+# Only the public headers, as <vexal/NAME.h>.
+get_property(public_headers GLOBAL PROPERTY VEXAL_PUBLIC_HEADERS)
+install(FILES ${public_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vexal)
 
 install(TARGETS vexalplugin LIBRARY DESTINATION ${module_destination})
-install(FILES ${VEXAL_MODULE_DIR}/qmldir DESTINATION ${module_destination})
-install(FILES ${VEXAL_MODULE_DIR}/vexal.qmltypes DESTINATION ${module_destination} OPTIONAL)
-install(DIRECTORY qml/ DESTINATION ${module_destination})
+# The module folder as built: qmldir, type information and the components.
+install(DIRECTORY ${VEXAL_MODULE_DIR}/ DESTINATION ${module_destination}
+    PATTERN "*.so" EXCLUDE)
 
 install(EXPORT VexalTargets NAMESPACE Vexal:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Vexal)
 configure_package_config_file(cmake/VexalConfig.cmake.in

@@ -1,7 +1,7 @@
-#include "filters/decimatorfilter.h"
+#include <vexal/decimatorfilter.h>
 
-#include "filters/roundedgroups.h"
-#include "plugin/vexalutils.h"
+#include "filters/roundedgroups_p.h"
+#include "core/numeric_p.h"
 
 #include <QtCore/QDebug>
 

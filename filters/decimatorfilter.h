@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/vexalglobal.h"
+#include <vexal/vexalglobal.h>
 
 #include <QtCore/QList>
 #include <QtCore/QRectF>

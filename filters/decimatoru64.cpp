@@ -1,8 +1,6 @@
-#include "filters/decimatoru64.h"
+#include <vexal/decimatoru64.h>
 
-#include "chart/ichartarea.h"
-
-#include <QtCore/QMetaMethod>
+#include <vexal/ichartarea.h>
 
 DecimatorU64::DecimatorU64(QObject *parent)
     : Filter1D(parent)
@@ -39,17 +37,8 @@ void DecimatorU64::setChartArea(IChartArea *chart)
 void DecimatorU64::connectChart(IChartArea *chart)
 {
     connect(chart, &QQuickItem::widthChanged, this, &DecimatorU64::updateLevel);
-    // The visible rectangle of a plain chart is its chartRect.
-    connect(chart, &IChartArea::chartRectChanged, this, &DecimatorU64::updateLevel);
+    connect(chart, &IChartArea::visibleRectChanged, this, &DecimatorU64::updateLevel);
     connect(chart, &QObject::destroyed, this, &DecimatorU64::chartAreaChanged);
-    // A zoomable chart announces its zoom with zoomRectChanged(); looked up by
-    // name so that any chart class offering it is followed.
-    const QMetaObject *chartMeta = chart->metaObject();
-    const int zoomSignal = chartMeta->indexOfSignal("zoomRectChanged()");
-    if (zoomSignal < 0)
-        return;
-    const QMetaMethod slot = staticMetaObject.method(staticMetaObject.indexOfSlot("updateLevel()"));
-    connect(chart, chartMeta->method(zoomSignal), this, slot);
 }
 
 bool DecimatorU64::_filter_func(const QList<double> &input)

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "filters/decimatorfilter.h"
-#include "filters/filter1d.h"
+#include <vexal/decimatorfilter.h>
+#include <vexal/filter1d.h>
 
 class IChartArea;
-Q_MOC_INCLUDE("chart/ichartarea.h")
+Q_MOC_INCLUDE(<vexal/ichartarea.h>)
 
 // Hands down the level of a maximum pyramid whose cells are about one pixel
 // wide on the chart that shows it, so that a long series costs its plotters

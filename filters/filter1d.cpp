@@ -1,7 +1,8 @@
-#include "filters/filter1d.h"
+#include <vexal/filter1d.h>
 
-#include "plotters/iplotter1d.h"
-#include "plugin/vexalutils.h"
+#include <vexal/iplotter1d.h>
+#include "core/cellgrid_p.h"
+#include "core/numeric_p.h"
 
 #include <QtCore/QDebug>
 #include <QtCore/QSet>
@@ -9,16 +10,6 @@
 
 #include <algorithm>
 #include <cmath>
-
-namespace {
-
-// Width of one of the n equal cells that the area is divided into.
-double cellWidth(const QRectF &area, qsizetype n)
-{
-    return area.width() / double(n);
-}
-
-} // namespace
 
 //-----------------------------------------------------------------------------
 // [SECTION] Construction and properties
@@ -204,13 +195,13 @@ int Filter1D::size2D() const
 int Filter1D::__start_index(const QRectF &r) const
 {
     const QRectF covered = m_area.intersected(r);
-    return Vexal::toInt(std::floor((covered.left() - m_area.left()) / cellWidth(m_area, data().size())));
+    return Vexal::CellGrid(m_area, data().size()).cellAt(covered.left());
 }
 
 int Filter1D::__end_index(const QRectF &r) const
 {
     const QRectF covered = m_area.intersected(r);
-    return Vexal::toInt(std::ceil((covered.right() - m_area.left()) / cellWidth(m_area, data().size())));
+    return Vexal::CellGrid(m_area, data().size()).cellsBetween(covered.left(), covered.right()).last;
 }
 
 int Filter1D::index_at(double x) const
@@ -220,7 +211,7 @@ int Filter1D::index_at(double x) const
     if (std::isnan(x) || !m_area.contains(x, 0.0) || n == 0 || Vexal::fuzzyEqual(m_area.width(), 0.0))
         return -1;
     // Rounds to the nearest cell boundary: the right half of cell k maps to k + 1.
-    const int k = Vexal::toInt(std::round((x - m_area.left()) / cellWidth(m_area, n)));
+    const int k = Vexal::CellGrid(m_area, n).nearestBoundary(x);
     return std::clamp(k, 0, int(n - 1));
 }
 
@@ -235,8 +226,7 @@ const QRectF Filter1D::area_at(const QPointF &p) const
     const int k = index_at(p.x());
     if (k < 0)
         return QRectF();
-    const double w = cellWidth(m_area, data().size());
-    return QRectF(m_area.left() + k * w, 0.0, w, data().at(k));
+    return Vexal::CellGrid(m_area, data().size()).cellRect(k, data().at(k));
 }
 
 double Filter1D::max_in(const QRectF &r) const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/vexalglobal.h"
+#include <vexal/vexalglobal.h>
 
 #include <QtCore/QList>
 #include <QtCore/QObject>
@@ -9,7 +9,7 @@
 #include <QtCore/QString>
 
 class IPlotter1D;
-Q_MOC_INCLUDE("plotters/iplotter1d.h")
+Q_MOC_INCLUDE(<vexal/iplotter1d.h>)
 
 // A node of the data-flow tree between a data source and its plotters. It
 // turns its input into its output with _filter_func and pushes the output,

@@ -1,4 +1,4 @@
-#include "filters/fixeddecimator2d.h"
+#include <vexal/fixeddecimator2d.h>
 
 #include <algorithm>
 

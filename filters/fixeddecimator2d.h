@@ -1,6 +1,6 @@
 #pragma once
 
-#include "filters/fixedpointfilter.h"
+#include <vexal/fixedpointfilter.h>
 
 // Reduces (width, value) pair data to numPoint output cells spread over the
 // area's width, each taking the largest value of the pairs it covers. Only

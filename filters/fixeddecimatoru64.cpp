@@ -1,6 +1,6 @@
-#include "filters/fixeddecimatoru64.h"
+#include <vexal/fixeddecimatoru64.h>
 
-#include "filters/roundedgroups.h"
+#include "filters/roundedgroups_p.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "filters/fixedpointfilter.h"
+#include <vexal/fixedpointfilter.h>
 
 // Reduces a series to numPoint cells, each holding the largest value of its
 // share of the input.

@@ -1,6 +1,6 @@
-#include "filters/fixedpointfilter.h"
+#include <vexal/fixedpointfilter.h>
 
-#include "plugin/vexalutils.h"
+#include "core/numeric_p.h"
 
 #include <QtCore/QDebug>
 

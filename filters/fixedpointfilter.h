@@ -1,6 +1,6 @@
 #pragma once
 
-#include "filters/filter1d.h"
+#include <vexal/filter1d.h>
 
 // Base of the filters that reduce their input to a fixed number of output
 // cells, numPoint, whatever the chart's size.

@@ -1,6 +1,6 @@
-#include "filters/minimalwidth2d.h"
+#include <vexal/minimalwidth2d.h>
 
-#include "plugin/vexalutils.h"
+#include "core/numeric_p.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "filters/filter1d.h"
+#include <vexal/filter1d.h>
 
 // Merges (width, value) pairs narrower than mergeWidth into items of exactly
 // mergeWidth carrying the largest value they absorbed, so that no bar is drawn

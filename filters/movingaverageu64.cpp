@@ -1,6 +1,6 @@
-#include "filters/movingaverageu64.h"
+#include <vexal/movingaverageu64.h>
 
-#include "plugin/vexalutils.h"
+#include "core/numeric_p.h"
 
 #include <QtCore/QDebug>
 

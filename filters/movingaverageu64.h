@@ -1,6 +1,6 @@
 #pragma once
 
-#include "filters/filter1d.h"
+#include <vexal/filter1d.h>
 
 // Smooths a series with a running mean over `depth` cells. The output is
 // longer than the input by 2 x (depth - 1) cells, the window running in and out

@@ -1,8 +1,8 @@
-#include "plotters/areaplotter.h"
+#include <vexal/areaplotter.h>
 
-#include "chart/ichartarea.h"
+#include <vexal/ichartarea.h>
 #include "plotters/glhelpers.h"
-#include "plotters/singleprecision.h"
+#include "core/cellgrid_p.h"
 
 #include <QtGui/QMatrix4x4>
 #include <QtOpenGL/QOpenGLShaderProgram>
@@ -150,10 +150,7 @@ bool AreaPlotter::__update_vertex()
 
 void AreaPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area)
 {
-    // The chart's visible rectangle; the frame's own one for a chart that lists
-    // this plotter without being its chartArea.
-    const IChartArea *chart = chartArea();
-    m_frameRect = chart ? chart->visibleRect() : area;
+    m_frameRect = area;
     captureUniforms();
     // Kept within the samples: a view far from the data would otherwise give
     // indexes whose doubled vertex counts overflow. A range that would be empty
@@ -194,7 +191,7 @@ void AreaPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, co
 void AreaPlotter::captureUniforms()
 {
     const QRectF area = plotterArea();
-    const double sampleWidth = area.width() / double(data().size());
+    const double sampleWidth = Vexal::CellGrid(area, data().size()).cellWidth();
     QMatrix4x4 matrix;
     matrix.ortho(m_frameRect);
     matrix.translate(Vexal::toFloat(area.left() + xOffset()), 0.0f, 0.0f);

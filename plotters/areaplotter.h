@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plotters/iplotter1d.h"
+#include <vexal/iplotter1d.h>
 
 #include <QtGui/QMatrix4x4>
 

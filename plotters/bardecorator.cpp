@@ -1,10 +1,10 @@
-#include "plotters/bardecorator.h"
+#include <vexal/bardecorator.h>
 
-#include "chart/ichartarea.h"
+#include <vexal/ichartarea.h>
 #include "plotters/glhelpers.h"
 #include "plotters/sharegroupprogram.h"
-#include "plotters/singleprecision.h"
-#include "plugin/vexalutils.h"
+#include "core/numeric_p.h"
+#include "core/numeric_p.h"
 
 #include <QtOpenGL/QOpenGLShaderProgram>
 

@@ -1,9 +1,11 @@
-#include "plotters/barplotter.h"
+#include <vexal/barplotter.h>
 
 #include "plotters/glhelpers.h"
 #include "plotters/sharegroupprogram.h"
-#include "plotters/singleprecision.h"
-#include "plugin/vexalutils.h"
+#include "core/cellgrid_p.h"
+#include "core/numeric_p.h"
+#include "core/cellgrid_p.h"
+#include "core/numeric_p.h"
 
 #include <QtOpenGL/QOpenGLShaderProgram>
 
@@ -193,9 +195,7 @@ QRectF BarPlotter::area_at(const QPointF &point) const
     // The right edge answers one past the last bar, which has no value.
     if (index < 0 || index >= values.size())
         return QRectF();
-    const QRectF bars = dataArea();
-    const double width = bars.width() / double(values.size());
-    return QRectF(bars.left() + index * width, 0.0, width, values[index]);
+    return Vexal::CellGrid(dataArea(), values.size()).cellRect(index, values[index]);
 }
 
 //-----------------------------------------------------------------------------
@@ -321,12 +321,14 @@ void BarPlotter::render(const QRectF &area)
     QOpenGLShaderProgram *program = barProgram().current();
     if (!program)
         return;
-    const double width = bars.width() / m_barCount;
+    const Vexal::CellGrid grid(bars, m_barCount);
+    const double width = grid.cellWidth();
     const QRectF shown = bars.intersected(area);
-    const int first = std::max(Vexal::toInt(std::floor((shown.left() - bars.left()) / width)), 0);
-    const int last = std::min(m_barCount, Vexal::toInt(std::ceil((shown.right() - bars.left()) / width)));
-    if (last <= first)
+    const Vexal::CellRange drawn = grid.cellsBetween(shown.left(), shown.right()).clampedTo(m_barCount);
+    if (drawn.isEmpty())
         return;
+    const int first = drawn.first;
+    const int last = drawn.last;
 
     program->bind();
     program->setUniformValue("bar_color", frame.color);

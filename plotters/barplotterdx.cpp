@@ -1,8 +1,8 @@
-#include "plotters/barplotterdx.h"
+#include <vexal/barplotterdx.h>
 
-#include "chart/ichartarea.h"
+#include <vexal/ichartarea.h>
 #include "plotters/glhelpers.h"
-#include "plotters/singleprecision.h"
+#include "core/numeric_p.h"
 
 #include <QtOpenGL/QOpenGLShaderProgram>
 
@@ -144,10 +144,7 @@ void BarPlotterDx::__update_draw_index()
 
 void BarPlotterDx::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &rect)
 {
-    // The chart's visible rectangle; the frame's own one for a chart that lists
-    // this plotter without being its chartArea.
-    const IChartArea *chart = chartArea();
-    m_frameRect = chart ? chart->visibleRect() : rect;
+    m_frameRect = rect;
     captureUniforms();
     __update_draw_index();
     if (layers.isEmpty()) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plotters/iplotter1d.h"
+#include <vexal/iplotter1d.h>
 
 // Draws bars of individual widths laid edge to edge. The data are pairs: element
 // 2k is the width of bar k along x, element 2k+1 its value. Every x position is

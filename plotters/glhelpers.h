@@ -6,7 +6,7 @@
 #include <QtGui/QOpenGLFunctions>
 #include <QtOpenGL/QOpenGLBuffer>
 
-#include "plotters/plotterrecords.h"
+#include <vexal/plotterrecords.h>
 
 // Helpers of the concrete plotters for their buffers, declarations and draw calls.
 namespace Vexal {

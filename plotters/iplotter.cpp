@@ -1,8 +1,8 @@
-#include "plotters/iplotter.h"
+#include <vexal/iplotter.h>
 
-#include "chart/ichartarea.h"
-#include "plotters/sprogramshaderdefinition.h"
-#include "plugin/vexalutils.h"
+#include <vexal/ichartarea.h>
+#include <vexal/sprogramshaderdefinition.h>
+#include "core/numeric_p.h"
 
 #include <QtCore/QDebug>
 #include <QtGui/QOpenGLContext>
@@ -207,7 +207,6 @@ void IPlotter::setData(const QList<double> &data)
     IChartArea *chart = m_chartArea.data();
     if (!chart)
         return; // data given to a plotter without a chart are dropped
-    chart->lockData();
     m_data = data;
     if (initialized) {
         QMutexLocker locker(&dataMutex);
@@ -216,7 +215,6 @@ void IPlotter::setData(const QList<double> &data)
         if (__update_index())
             dirtyFlags |= DirtyBits::Index;
     }
-    chart->unlockData();
     emit dataChanged();
     requestChartUpdate();
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plotters/plotterrecords.h"
+#include <vexal/plotterrecords.h>
 
 #include <QtCore/QHash>
 #include <QtCore/QMutex>
@@ -10,7 +10,7 @@
 #include <QtOpenGL/QOpenGLBuffer>
 
 class IChartArea;
-Q_MOC_INCLUDE("chart/ichartarea.h")
+Q_MOC_INCLUDE(<vexal/ichartarea.h>)
 class QOpenGLShaderProgram;
 class SProgramShaderDefinition;
 

@@ -1,6 +1,6 @@
-#include "plotters/iplotter1d.h"
+#include <vexal/iplotter1d.h>
 
-#include "plugin/vexalutils.h"
+#include "core/cellgrid_p.h"
 
 #include <cmath>
 
@@ -11,7 +11,7 @@ IPlotter1D::IPlotter1D(QObject *parent)
 
 double IPlotter1D::sampleWidth() const
 {
-    return dataArea().width() / double(data().size());
+    return Vexal::CellGrid(dataArea(), data().size()).cellWidth();
 }
 
 int IPlotter1D::_index_at(double x) const
@@ -19,22 +19,21 @@ int IPlotter1D::_index_at(double x) const
     const QRectF area = dataArea();
     if (!area.contains(QPointF(x, 0.0)))
         return -1;
-    return Vexal::toInt(std::floor((x - area.left()) / sampleWidth()));
+    return Vexal::CellGrid(area, data().size()).cellAt(x);
 }
 
 int IPlotter1D::__start_index(const QRectF &rect) const
 {
     const QRectF area = dataArea();
     const QRectF r = area.intersected(rect);
-    const int i = Vexal::toInt(std::floor((r.left() - area.left()) / sampleWidth()));
-    return std::max(i, 0);
+    return std::max(Vexal::CellGrid(area, data().size()).cellAt(r.left()), 0);
 }
 
 int IPlotter1D::__end_index(const QRectF &rect) const
 {
     const QRectF area = dataArea();
     const QRectF r = area.intersected(rect);
-    const int i = Vexal::toInt(std::ceil((r.right() - area.left()) / sampleWidth()));
+    const int i = Vexal::CellGrid(area, data().size()).cellsBetween(r.left(), r.right()).last;
     return std::min(i, int(data().size()));
 }
 
@@ -63,9 +62,7 @@ SInfoPoint IPlotter1D::mouse_hovering(const QPointF &point) const
     const double v = data()[info.index];
     if (point.y() > v)
         return info;
-    const QRectF area = dataArea();
-    const double dx = sampleWidth();
-    info.area = QRectF(area.left() + info.index * dx, 0.0, dx, v);
+    info.area = Vexal::CellGrid(dataArea(), data().size()).cellRect(info.index, v);
     info.valid = true;
     return info;
 }

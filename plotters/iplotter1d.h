@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plotters/iplotter.h"
+#include <vexal/iplotter.h>
 
 // Base of plotters whose data are one list of doubles, sample i covering an
 // equal share of the data area. Maps rectangles to index ranges, x positions to

@@ -1,4 +1,4 @@
-#include "plotters/sareagradientprogram.h"
+#include <vexal/sareagradientprogram.h>
 
 QString SAreaGradientProgram::name() const
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plotters/sareaplotterprogram.h"
+#include <vexal/sareaplotterprogram.h>
 
 // "area_gradient": like "area", coloured by a vertical gradient between
 // color_bot (clip y = +1) and color_top (clip y = -1).

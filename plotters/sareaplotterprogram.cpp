@@ -1,4 +1,4 @@
-#include "plotters/sareaplotterprogram.h"
+#include <vexal/sareaplotterprogram.h>
 
 QString SAreaPlotterProgram::name() const
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plotters/sprogramshaderdefinition.h"
+#include <vexal/sprogramshaderdefinition.h>
 
 // "area": 2-component vertices in data coordinates, mapped by a matrix, drawn in
 // one flat colour.

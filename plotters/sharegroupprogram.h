@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plotters/sprogramshaderdefinition.h"
+#include <vexal/sprogramshaderdefinition.h>
 
 #include <QtCore/QHash>
 #include <QtCore/QMutex>

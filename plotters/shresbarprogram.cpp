@@ -1,6 +1,6 @@
-#include "plotters/shresbarprogram.h"
+#include <vexal/shresbarprogram.h>
 
-#include "plotters/sareaplotterprogram.h"
+#include <vexal/sareaplotterprogram.h>
 
 QString SHResBarProgram::name() const
 {

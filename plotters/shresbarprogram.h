@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plotters/sprogramshaderdefinition.h"
+#include <vexal/sprogramshaderdefinition.h>
 
 // "hresbar": bars whose x is split into a most and a least significant float, so
 // that x - left keeps its low bits for series far from the origin.

@@ -1,6 +1,6 @@
 #include "plugin/vexalextensionplugin.h"
 
-#include "plugin/vexaltypes.h"
+#include <vexal/vexaltypes.h>
 
 void VexalExtensionPlugin::registerTypes(const char *)
 {

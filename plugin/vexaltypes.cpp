@@ -1,23 +1,23 @@
-#include "plugin/vexaltypes.h"
+#include <vexal/vexaltypes.h>
 
-#include "chart/chartarea.h"
-#include "chart/ichartarea.h"
-#include "filters/decimatoru64.h"
-#include "filters/filter1d.h"
-#include "filters/fixeddecimator2d.h"
-#include "filters/fixeddecimatoru64.h"
-#include "filters/minimalwidth2d.h"
-#include "filters/movingaverageu64.h"
-#include "plotters/areaplotter.h"
-#include "plotters/bardecorator.h"
-#include "plotters/barplotter.h"
-#include "plotters/barplotterdx.h"
-#include "plotters/iplotter.h"
-#include "plotters/sareagradientprogram.h"
-#include "plotters/sareaplotterprogram.h"
-#include "plotters/shresbarprogram.h"
-#include "sources/randomu64data.h"
-#include "sources/scsvreader.h"
+#include <vexal/chartarea.h>
+#include <vexal/ichartarea.h>
+#include <vexal/decimatoru64.h>
+#include <vexal/filter1d.h>
+#include <vexal/fixeddecimator2d.h>
+#include <vexal/fixeddecimatoru64.h>
+#include <vexal/minimalwidth2d.h>
+#include <vexal/movingaverageu64.h>
+#include <vexal/areaplotter.h>
+#include <vexal/bardecorator.h>
+#include <vexal/barplotter.h>
+#include <vexal/barplotterdx.h>
+#include <vexal/iplotter.h>
+#include <vexal/sareagradientprogram.h>
+#include <vexal/sareaplotterprogram.h>
+#include <vexal/shresbarprogram.h>
+#include <vexal/randomu64data.h>
+#include <vexal/scsvreader.h>
 
 #include <QtQml/qqml.h>
 

@@ -1,4 +1,4 @@
-#include "sources/randomu64data.h"
+#include <vexal/randomu64data.h>
 
 #include <QtCore/QDebug>
 #include <QtCore/QRandomGenerator64>

@@ -1,6 +1,6 @@
-#include "sources/scsvreader.h"
+#include <vexal/scsvreader.h>
 
-#include "plugin/vexalutils.h"
+#include "core/numeric_p.h"
 
 #include <QtCore/QFile>
 

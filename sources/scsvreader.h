@@ -1,6 +1,6 @@
 #pragma once
 
-#include "filters/filter1d.h"
+#include <vexal/filter1d.h>
 
 // Loads a text file of numbers, one per line, and publishes them as its data
 // over an area of width count x binWidth.

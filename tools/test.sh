@@ -13,9 +13,6 @@ source tools/common.sh
 quick=0
 [[ "${1:-}" == "--quick" ]] && quick=1
 
-# The tests that render or stream live data, for the thread sanitizer run.
-THREAD_TESTS="tst_lifetimes|tst_robustness_qml|tst_chartrenderer|tst_iplotter_rendering|tst_barplotter|tst_areaplotter|tst_barplotterdx|tst_bardecorator_highlight|tst_sources_qml|tst_qml_view"
-
 # A test that cannot even reach the X server (seen once in a while from a busy
 # Xvfb) gets one more run; a test that fails for a reason of its own fails
 # again and stays failed.
@@ -33,7 +30,10 @@ run_thread_tests() {
     echo "== building the rendering and live-data tests in build-tsan"
     cmake -S . -B build-tsan -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVEXAL_SANITIZE=thread \
         -DVEXAL_BUILD_BENCH=OFF -DVEXAL_BUILD_EXAMPLES=OFF >/dev/null
-    cmake --build build-tsan -j"$(nproc)" --target vexalplugin ${THREAD_TESTS//|/ }
+    # The tests that render or stream live data carry the CTest label "threads".
+    local tests
+    tests=$(cd build-tsan && ctest -N -L '^threads$' | awk '/Test +#[0-9]+:/ { print $3 }')
+    cmake --build build-tsan -j"$(nproc)" --target vexalplugin $tests
     echo "== tests in build-tsan, threaded render loop"
     # Known races inside Qt and Mesa are suppressed, each with its reason.
     # Qt's own symbols are stripped, so what is left of theirs cannot be named:
@@ -43,7 +43,7 @@ run_thread_tests() {
     rm -rf "$reports" && mkdir -p "$reports"
     (cd build-tsan && QSG_RENDER_LOOP=threaded \
         TSAN_OPTIONS="suppressions=$PWD/../tests/robustness/tsan.supp exitcode=0 log_path=$reports/report" \
-        with_display ctest -R "^($THREAD_TESTS)\$" "${CTEST_FLAGS[@]}" --timeout 900)
+        with_display ctest -L '^threads$' "${CTEST_FLAGS[@]}" --timeout 900)
     # A race is the module's when its own code makes one of the two accesses:
     # the first frame of an access's stack, below the sanitizer's own, lies in
     # the module's sources.
@@ -52,7 +52,7 @@ run_thread_tests() {
                /^ +#0 / { top = 1 }
                /^ +#[0-9]+ / && top && !/libtsan|sanitizer_common/ {
                    top = 0
-                   if (/\/(chart|plotters|filters|sources|plugin)\/[a-z0-9]+\.(cpp|h):/ && !/\/tests\//)
+                   if (/\/(core|chart|plotters|filters|sources|plugin)\/[a-z0-9_]+\.(cpp|h):/ && !/\/tests\//)
                        print FILENAME ", report " report
                }' "$reports"/report.* 2>/dev/null | sort -u)
     if [[ -n $own ]]; then

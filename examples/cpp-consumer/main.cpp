@@ -1,8 +1,8 @@
 // Uses the exported classes from C++ and, given a QML file, shows it and checks
 // that the chart drew: vexal-consumer [--qml FILE --expect COLOR]
-#include "chart/chartarea.h"
-#include "filters/filter1d.h"
-#include "plotters/barplotterdx.h"
+#include <vexal/chartarea.h>
+#include <vexal/filter1d.h>
+#include <vexal/barplotterdx.h>
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QTimer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "filters/filter1d.h"
+#include <vexal/filter1d.h>
 
 // A long synthetic signal for the demo: a slowly drifting baseline with noise
 // and rare narrow peaks, so that zooming out shows what the decimator keeps.

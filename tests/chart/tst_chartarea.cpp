@@ -1,7 +1,7 @@
 // Unit tests of the zoomable chart: zoom rectangle rules, height that follows
 // the visible maximum, reset, the start-up reset task and image grabs.
-#include "chart/chartarea.h"
-#include "plotters/iplotter1d.h"
+#include <vexal/chartarea.h>
+#include <vexal/iplotter1d.h>
 #include "quickscene.h"
 #include "testplotter.h"
 

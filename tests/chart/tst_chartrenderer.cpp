@@ -1,8 +1,8 @@
 // Tests of the chart renderer with a current offscreen OpenGL context.
-#include "chart/chartrenderer.h"
-#include "chart/ichartarea.h"
-#include "plotters/iplotter.h"
-#include "plotters/sareaplotterprogram.h"
+#include "chart/chartrenderer_p.h"
+#include <vexal/ichartarea.h>
+#include <vexal/iplotter.h>
+#include <vexal/sareaplotterprogram.h>
 #include "testplotter.h"
 
 #include <QtGui/QOffscreenSurface>

@@ -1,7 +1,7 @@
 // Unit tests of the chart item: properties, plotter list, mapping, throttle,
 // chart rectangle and layer sorting.
-#include "chart/ichartarea.h"
-#include "plotters/barplotter.h"
+#include <vexal/ichartarea.h>
+#include <vexal/barplotter.h>
 #include "testplotter.h"
 
 #include <QtCore/QElapsedTimer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plotters/iplotter.h"
+#include <vexal/iplotter.h>
 
 #include <QtCore/QAtomicInt>
 

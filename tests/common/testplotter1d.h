@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plotters/iplotter1d.h"
+#include <vexal/iplotter1d.h>
 
 // A one-dimensional plotter for filter tests: it draws nothing and records
 // every data list and plotter area it is handed, in order.

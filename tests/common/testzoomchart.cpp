@@ -1,6 +1,6 @@
 #include "testzoomchart.h"
 
-#include "plugin/vexalutils.h"
+#include "core/numeric_p.h"
 
 TestZoomChart::TestZoomChart(QQuickItem *parent)
     : IChartArea(parent)
@@ -18,4 +18,5 @@ void TestZoomChart::setZoomRect(const QRectF &rect)
         return;
     m_zoomRect = rect;
     emit zoomRectChanged();
+    announceVisibleRect();
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "chart/ichartarea.h"
+#include <vexal/ichartarea.h>
 
 // A chart with a zoom rectangle that it draws instead of chartRect, announced
-// by zoomRectChanged(), as zoomable charts do.
+// by zoomRectChanged() and visibleRectChanged(), as zoomable charts do.
 class TestZoomChart : public IChartArea
 {
     Q_OBJECT

@@ -1,7 +1,7 @@
 // Unit tests of the maximum pyramid: level sizes and groups, values that are
 // negative, NaN or infinite, storage reuse, and the choice of level.
-#include "filters/decimatorfilter.h"
-#include "plugin/vexalutils.h"
+#include <vexal/decimatorfilter.h>
+#include "core/numeric_p.h"
 
 #include <QtTest/QTest>
 

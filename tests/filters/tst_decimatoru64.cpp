@@ -1,8 +1,8 @@
 // Unit tests of the decimating filter: which level reaches the plotters for a
 // chart's pixel width and visible rectangle, and how it follows their changes.
-#include "filters/decimatoru64.h"
+#include <vexal/decimatoru64.h>
 
-#include "chart/ichartarea.h"
+#include <vexal/ichartarea.h>
 #include "testplotter1d.h"
 #include "testzoomchart.h"
 

@@ -1,8 +1,8 @@
 // Unit tests of the filter tree node: data, area and id flow, index lookups,
 // and the safety rules of the tree (null pointers, cycles, destroyed nodes).
-#include "filters/filter1d.h"
+#include <vexal/filter1d.h>
 
-#include "chart/ichartarea.h"
+#include <vexal/ichartarea.h>
 
 #include "filterprobe.h"
 #include "testplotter1d.h"

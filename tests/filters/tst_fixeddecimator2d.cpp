@@ -1,6 +1,6 @@
 // Unit tests of the fixed decimator for (width, value) pairs: its fixed write
 // slots, the bounded pair walk and the numPoint setter.
-#include "filters/fixeddecimator2d.h"
+#include <vexal/fixeddecimator2d.h>
 
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>

@@ -1,6 +1,6 @@
 // Unit tests of the fixed decimator for value lists: slices, empty slices,
 // kept cells, the numPoint clamps and the null-area rule.
-#include "filters/fixeddecimatoru64.h"
+#include <vexal/fixeddecimatoru64.h>
 
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>

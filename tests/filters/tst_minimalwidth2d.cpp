@@ -1,6 +1,6 @@
 // Unit tests of the minimal-width merge of (width, value) pairs and of its
 // mergeWidth dead band.
-#include "filters/minimalwidth2d.h"
+#include <vexal/minimalwidth2d.h>
 
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>

@@ -1,6 +1,6 @@
 // Unit tests of the moving average: its running-sum rule with the first value's
 // weighting, the padded output length, and the depth setter.
-#include "filters/movingaverageu64.h"
+#include <vexal/movingaverageu64.h>
 
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>

@@ -4,13 +4,13 @@
 #include "fuzzapplication.h"
 #include "fuzzinput.h"
 
-#include "chart/chartarea.h"
-#include "filters/decimatoru64.h"
-#include "filters/filter1d.h"
-#include "filters/fixeddecimator2d.h"
-#include "filters/fixeddecimatoru64.h"
-#include "filters/minimalwidth2d.h"
-#include "filters/movingaverageu64.h"
+#include <vexal/chartarea.h>
+#include <vexal/decimatoru64.h>
+#include <vexal/filter1d.h>
+#include <vexal/fixeddecimator2d.h>
+#include <vexal/fixeddecimatoru64.h>
+#include <vexal/minimalwidth2d.h>
+#include <vexal/movingaverageu64.h>
 
 #include <memory>
 

@@ -5,10 +5,10 @@
 #include "fuzzapplication.h"
 #include "fuzzinput.h"
 
-#include "chart/chartarea.h"
-#include "plotters/areaplotter.h"
-#include "plotters/barplotter.h"
-#include "plotters/barplotterdx.h"
+#include <vexal/chartarea.h>
+#include <vexal/areaplotter.h>
+#include <vexal/barplotter.h>
+#include <vexal/barplotterdx.h>
 
 #include <memory>
 

@@ -2,7 +2,7 @@
 // publishes one value per line over an area of count x binWidth.
 #include "fuzzapplication.h"
 
-#include "sources/scsvreader.h"
+#include <vexal/scsvreader.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>

@@ -2,7 +2,7 @@
 
 // Opens the decorator's history and arrays to the tests; production code keeps
 // them protected.
-#include "plotters/bardecorator.h"
+#include <vexal/bardecorator.h>
 
 class BarDecoratorProbe : public BarDecorator
 {

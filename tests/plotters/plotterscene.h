@@ -2,7 +2,7 @@
 
 // Scenes and pixel checks shared by the plotter tests.
 #include "quickscene.h"
-#include "plugin/vexalutils.h"
+#include "core/numeric_p.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QRectF>

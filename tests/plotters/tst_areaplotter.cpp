@@ -1,7 +1,7 @@
 // Tests of the area plotter: its vertices, layers and properties, and the fill
 // and border it draws.
-#include "plotters/areaplotter.h"
-#include "chart/ichartarea.h"
+#include <vexal/areaplotter.h>
+#include <vexal/ichartarea.h>
 #include "plotterscene.h"
 
 #include <QtGui/QGuiApplication>
@@ -180,7 +180,7 @@ void tst_AreaPlotter::firstFrameAppendsFillAndBorderLayers()
     a.plotter.setData(QList<double>(10, 1.0));
     a.chart.setChartRect(QRectF(2.5, 0, 4, 1)); // samples 2 to 6 of 10 on width 10
     QList<SRenderLayerDefinition> layers;
-    a.plotter._fetch_render_layers(layers, QRectF());
+    a.plotter._fetch_render_layers(layers, a.chart.visibleRect());
     QCOMPARE(layers.size(), 2);
     const SRenderLayerDefinition &fill = layers[0];
     QCOMPARE(fill.layer, 0);
@@ -225,11 +225,11 @@ void tst_AreaPlotter::laterFramesOnlyMoveTheRanges()
     a.chart.setChartRect(QRectF(0, 0, 10, 1));
     a.plotter.setBorderEnable(borderBefore);
     QList<SRenderLayerDefinition> layers;
-    a.plotter._fetch_render_layers(layers, QRectF());
+    a.plotter._fetch_render_layers(layers, a.chart.visibleRect());
     a.plotter.setBorderEnable(borderAfter);
     a.plotter.setBorderWidth(7.0); // taken only when the layers are built anew
     a.chart.setChartRect(QRectF(5.5, 0, 10, 1));
-    a.plotter._fetch_render_layers(layers, QRectF());
+    a.plotter._fetch_render_layers(layers, a.chart.visibleRect());
     QCOMPARE(layers.size(), 2);
     QCOMPARE(layers[0].first, 10);
     QCOMPARE(layers[0].count, 10);

@@ -1,10 +1,10 @@
 // Tests of the bar decorator: hover publishing, highlight history and fade,
 // watched plotters, and that desktop OpenGL 4 draws no highlight.
-#include "plotters/bardecorator.h"
+#include <vexal/bardecorator.h>
 #include "bardecoratorprobe.h"
-#include "chart/ichartarea.h"
+#include <vexal/ichartarea.h>
 #include "plotterscene.h"
-#include "plotters/barplotter.h"
+#include <vexal/barplotter.h>
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QOpenGLContext>

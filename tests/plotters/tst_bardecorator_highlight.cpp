@@ -2,9 +2,9 @@
 // offers 3.2, which takes the attribute program bound by name). OpenGL errors
 // are not fatal here: Qt's own OpenGL ES frame (outside the chart's drawing)
 // leaves GL_INVALID_OPERATION pending, which the next plotter draw reports.
-#include "plotters/bardecorator.h"
+#include <vexal/bardecorator.h>
 #include "bardecoratorprobe.h"
-#include "chart/ichartarea.h"
+#include <vexal/ichartarea.h>
 #include "plotterscene.h"
 
 #include <QtGui/QGuiApplication>

@@ -1,6 +1,6 @@
 // Tests of the bar plotter: its CPU-side arrays and the bars it draws.
-#include "plotters/barplotter.h"
-#include "chart/ichartarea.h"
+#include <vexal/barplotter.h>
+#include <vexal/ichartarea.h>
 #include "plotterscene.h"
 
 #include <QtGui/QGuiApplication>

@@ -1,10 +1,10 @@
 // Tests of the bars with widths: split-precision vertices, indices, index
 // lookups and draw ranges, and the bars they draw far from x = 0.
-#include "plotters/barplotterdx.h"
-#include "plotters/singleprecision.h"
-#include "chart/ichartarea.h"
+#include <vexal/barplotterdx.h>
+#include "core/numeric_p.h"
+#include <vexal/ichartarea.h>
 #include "plotterscene.h"
-#include "plugin/vexalutils.h"
+#include "core/numeric_p.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtTest/QSignalSpy>
@@ -303,7 +303,7 @@ void tst_BarPlotterDx::drawRangeFollowsTheView()
     AttachedBars b(sixBars, position);
     b.chart.setChartRect(view);
     QList<SRenderLayerDefinition> layers;
-    b.plotter._fetch_render_layers(layers, QRectF());
+    b.plotter._fetch_render_layers(layers, b.chart.visibleRect());
     QCOMPARE(b.plotter.m_drawFirst, first);
     QCOMPARE(b.plotter.m_drawLast, last);
     QCOMPARE(layers.size(), 1);
@@ -314,7 +314,7 @@ void tst_BarPlotterDx::drawRangeFollowsTheView()
     QCOMPARE(layer.mode, 0x2004u);
     QCOMPARE(layer.attributes, QList<int>{0});
     QCOMPARE(layer.indexAttribute, 1);
-    b.plotter._fetch_render_layers(layers, QRectF()); // later frames update the one layer
+    b.plotter._fetch_render_layers(layers, b.chart.visibleRect()); // later frames update the one layer
     QCOMPARE(layers.size(), 1);
 }
 

@@ -1,15 +1,12 @@
 // Unit tests of the plotter base: properties and their signals, chart
 // attachment, the data setter and the base hooks.
-#include "chart/ichartarea.h"
-#include "plotters/iplotter.h"
+#include <vexal/ichartarea.h>
+#include <vexal/iplotter.h>
 
 #include <QtCore/QMetaMethod>
-#include <QtCore/QSemaphore>
-#include <QtCore/QThread>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
-#include <atomic>
 #include <memory>
 
 namespace {
@@ -77,7 +74,6 @@ private slots:
     void dataSetterStoresSharedAndNotifies();
     void equalDataEmitsNothing_data();
     void equalDataEmitsNothing();
-    void dataSetterTakesTheChartLock();
     void baseHooksReportWhatIsMissing();
 };
 
@@ -276,28 +272,6 @@ void tst_IPlotter::equalDataEmitsNothing()
     p.setData(next);
     QCOMPARE(spy.count(), emits);
     QCOMPARE(p.data(), emits ? next : QList<double>({1, 2, 3}));
-}
-
-void tst_IPlotter::dataSetterTakesTheChartLock()
-{
-    IChartArea chart;
-    IPlotter p;
-    p.setChartArea(&chart);
-    QSemaphore locked;
-    std::atomic<bool> released{false};
-    std::unique_ptr<QThread> holder(QThread::create([&] {
-        chart.lockData();
-        locked.release();
-        QThread::msleep(100);
-        released = true;
-        chart.unlockData();
-    }));
-    holder->start();
-    locked.acquire();
-    p.setData({4, 5});
-    QVERIFY(released); // setData waited for the lock
-    QVERIFY(holder->wait(5000));
-    QCOMPARE(p.data(), QList<double>({4, 5}));
 }
 
 void tst_IPlotter::baseHooksReportWhatIsMissing()

@@ -1,7 +1,7 @@
 // Unit tests of the one-dimensional plotter: index ranges, index under a point,
 // maxima and hover records.
-#include "chart/ichartarea.h"
-#include "plotters/iplotter1d.h"
+#include <vexal/ichartarea.h>
+#include <vexal/iplotter1d.h>
 
 #include <QtTest/QTest>
 

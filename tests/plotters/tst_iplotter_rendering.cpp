@@ -1,6 +1,6 @@
 // Pixel tests of the plotter render pipeline on the real OpenGL scene graph.
-#include "plotters/iplotter.h"
-#include "chart/ichartarea.h"
+#include <vexal/iplotter.h>
+#include <vexal/ichartarea.h>
 #include "quickscene.h"
 #include "testplotter.h"
 

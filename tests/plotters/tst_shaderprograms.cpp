@@ -1,10 +1,10 @@
 // Tests of the shader program definitions and the program registry: exact
 // sources, registration, building per share group, failures, and what the
 // "area_gradient" and "hresbar" programs put on the screen.
-#include "plotters/iplotter.h"
-#include "plotters/sareagradientprogram.h"
-#include "plotters/sareaplotterprogram.h"
-#include "plotters/shresbarprogram.h"
+#include <vexal/iplotter.h>
+#include <vexal/sareagradientprogram.h>
+#include <vexal/sareaplotterprogram.h>
+#include <vexal/shresbarprogram.h>
 #include "quickscene.h"
 
 #include <QtGui/QGuiApplication>

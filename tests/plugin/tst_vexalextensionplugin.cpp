@@ -1,7 +1,7 @@
 // Tests of the plugin entry: metadata, type registration and resources.
-#include "chart/ichartarea.h"
-#include "plotters/iplotter.h"
-#include "plotters/sprogramshaderdefinition.h"
+#include <vexal/ichartarea.h>
+#include <vexal/iplotter.h>
+#include <vexal/sprogramshaderdefinition.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QLibraryInfo>

@@ -2,10 +2,10 @@
 // while the scene renders live data. Nothing may crash, draw or read freed
 // memory, or keep a pointer to what is gone; the sanitizer configuration runs
 // this with leak detection on.
-#include "chart/chartarea.h"
-#include "filters/decimatoru64.h"
-#include "plotters/bardecorator.h"
-#include "plotters/iplotter1d.h"
+#include <vexal/chartarea.h>
+#include <vexal/decimatoru64.h>
+#include <vexal/bardecorator.h>
+#include <vexal/iplotter1d.h>
 #include "quickscene.h"
 
 #include <QtCore/QPointer>

@@ -1,6 +1,6 @@
 // Unit tests of the random data source: the normal histogram and white noise,
 // reset and append, the timer rules and the refused settings.
-#include "sources/randomu64data.h"
+#include <vexal/randomu64data.h>
 
 #include <QtCore/QTimer>
 #include <QtTest/QSignalSpy>

@@ -1,6 +1,6 @@
 // Unit tests of the CSV reader: what each kind of line reads as, the area it
 // publishes, missing files, and a file of ten million lines.
-#include "sources/scsvreader.h"
+#include <vexal/scsvreader.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
