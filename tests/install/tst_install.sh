@@ -15,6 +15,12 @@ for file in qmldir libvexalplugin.so vexal.qmltypes VexalQML.qml Legend/Horizont
     [[ -e "$qml_dir/$file" ]] || { echo "missing from the installed module: $file"; exit 1; }
 done
 
+# Only public headers are installed, all of them as <vexal/NAME.h>.
+headers=$(find "$work/prefix/include" -name '*.h')
+[[ -e "$work/prefix/include/vexal/chartarea.h" ]] || { echo "missing from the installed headers: vexal/chartarea.h"; exit 1; }
+if grep -q '_p\.h$' <<<"$headers"; then echo "internal headers were installed:" $(grep '_p\.h$' <<<"$headers"); exit 1; fi
+if grep -v '/include/vexal/[a-z0-9]*\.h$' <<<"$headers"; then echo "headers installed outside include/vexal (above)"; exit 1; fi
+
 cmake -S "$source_dir/examples/cpp-consumer" -B "$work/consumer" -DCMAKE_PREFIX_PATH="$work/prefix" >/dev/null
 cmake --build "$work/consumer" >/dev/null
 
