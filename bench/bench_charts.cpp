@@ -215,6 +215,31 @@ QList<QPair<double, double>> zoomScript(double n)
     return steps;
 }
 
+// The deep zoom script: from the whole series into 1e5, 1e4 and 2 000 samples
+// in the middle, a pan by one window width, and back out to the whole series.
+struct DeepStep
+{
+    const char *label; // row label in the table
+    double left;       // left edge of the visible range
+    double width;      // width of the visible range
+};
+
+QList<DeepStep> deepZoomScript(double n)
+{
+    const double middle = n / 2.0;
+    QList<DeepStep> steps;
+    // A range as wide as the series would change nothing: it is left out.
+    for (const auto &[label, width] : {std::pair{"deep: into 1e5 (ms)", 1e5}, std::pair{"deep: into 1e4 (ms)", 1e4},
+                                       std::pair{"deep: into 2000 (ms)", 2e3}}) {
+        if (width < n)
+            steps.append({label, middle - width / 2.0, width});
+    }
+    const DeepStep last = steps.last();
+    steps.append({"deep: pan one width (ms)", std::min(last.left + last.width, n - last.width), last.width});
+    steps.append({"deep: back out (ms)", 0.0, n});
+    return steps;
+}
+
 class ChartUnderTest
 {
 public:
@@ -411,6 +436,45 @@ int runChild(System system, qint64 n, quint64 seed)
     return 0;
 }
 
+// The deep zoom script alone: the first frame, each step of deepZoomScript and
+// the peak resident memory above the empty window over all of them.
+int runDeepChild(System system, qint64 n, quint64 seed)
+{
+    std::unique_ptr<ChartUnderTest> chart;
+    if (system == System::QtCharts)
+        chart = std::make_unique<QtChartsChart>();
+    else
+        chart = std::make_unique<VexalChart>(system == System::Vexal);
+    QQmlEngine engine;
+    QQuickWindow window;
+    const std::unique_ptr<QQuickItem> root = showScene(engine, window, chart->qml());
+    if (!root)
+        return 1;
+    FrameClock clock(&window);
+    window.show();
+    clock.waitIdle(300);
+    chart->prepare(root.get(), n);
+    clock.waitIdle(100);
+    resetPeakMemory();
+    const qint64 baselineKiB = statusKiB("VmRSS");
+    const QList<double> values = makeValues(n, seed);
+    if (auto *peer = dynamic_cast<QtChartsChart *>(chart.get()))
+        peer->preparePoints(values);
+
+    QJsonObject result;
+    result[QStringLiteral("first")] = clock.measure([&] { chart->hand(values); });
+    QJsonArray steps;
+    for (const DeepStep &step : deepZoomScript(double(n)))
+        steps.append(clock.measure([&] { chart->showRange(step.left, step.width); }));
+    result[QStringLiteral("deep")] = steps;
+    const qint64 peakKiB = statusKiB("VmHWM");
+    result[QStringLiteral("peakMiB")] = double(peakKiB) / 1024.0;
+    result[QStringLiteral("bytesPerSample")] = double(peakKiB - baselineKiB) * 1024.0 / double(n);
+    result[QStringLiteral("renderer")] = clock.renderer();
+    printResult(result);
+    return 0;
+}
+
 // The floors under every step, measured with the same clock as often as the
 // zoom and pan script has steps: a bare window whose one rectangle changes
 // colour, and a chart without plotters whose zoom changes.
@@ -448,6 +512,8 @@ int runFloorChild(System system)
 struct Figures
 {
     QList<double> first, zoomMedian, zoomMax, live, memory; // one entry per repetition
+    QList<QList<double>> deep;                             // per deep zoom step, one entry per repetition
+    QList<double> peakMiB;                                 // peak resident memory, one entry per repetition
     bool ran = false;                                      // at least one child reported
     QString renderer;                                      // as the children saw it
 };
@@ -460,14 +526,17 @@ QList<double> toList(const QJsonArray &array)
     return values;
 }
 
-Figures runChildren(System system, qint64 n, int repetitions, const QString &program)
+Figures runChildren(System system, qint64 n, int repetitions, const QString &program, bool deep = false)
 {
     Figures figures;
     for (int rep = 0; rep < repetitions; ++rep) {
         QProcess child;
         child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        child.start(program, {QStringLiteral("--child"), QString::fromLatin1(systemName(system)),
-                              QString::number(n), QStringLiteral("--seed"), QStringLiteral("42")});
+        QStringList arguments{QStringLiteral("--child"), QString::fromLatin1(systemName(system)),
+                              QString::number(n), QStringLiteral("--seed"), QStringLiteral("42")};
+        if (deep)
+            arguments.append(QStringLiteral("--deep"));
+        child.start(program, arguments);
         if (!child.waitForFinished(30 * 60 * 1000)) {
             child.kill();
             fprintf(stderr, "%s N=%lld did not finish\n", systemName(system), qlonglong(n));
@@ -479,10 +548,17 @@ Figures runChildren(System system, qint64 n, int repetitions, const QString &pro
             const QJsonObject o = QJsonDocument::fromJson(line.mid(7)).object();
             const QList<double> steps = toList(o[QStringLiteral("steps")].toArray());
             figures.first.append(o[QStringLiteral("first")].toDouble());
-            figures.zoomMedian.append(median(steps));
-            figures.zoomMax.append(*std::max_element(steps.cbegin(), steps.cend()));
+            if (!steps.isEmpty()) {
+                figures.zoomMedian.append(median(steps));
+                figures.zoomMax.append(*std::max_element(steps.cbegin(), steps.cend()));
+            }
             figures.live.append(median(toList(o[QStringLiteral("live")].toArray())));
             figures.memory.append(o[QStringLiteral("bytesPerSample")].toDouble());
+            const QList<double> deepSteps = toList(o[QStringLiteral("deep")].toArray());
+            figures.deep.resize(std::max(figures.deep.size(), deepSteps.size()));
+            for (qsizetype i = 0; i < deepSteps.size(); ++i)
+                figures.deep[i].append(deepSteps[i]);
+            figures.peakMiB.append(o[QStringLiteral("peakMiB")].toDouble());
             figures.renderer = o[QStringLiteral("renderer")].toString();
             figures.ran = true;
         }
@@ -493,6 +569,12 @@ Figures runChildren(System system, qint64 n, int repetitions, const QString &pro
 QString cell(const Figures &f, const QList<double> Figures::*field)
 {
     return f.ran ? QString::number(median(f.*field), 'f', 1) : QStringLiteral("-");
+}
+
+// A deep zoom step's median, "-" where the child did not report it.
+QString deepCell(const Figures &f, qsizetype step)
+{
+    return step < f.deep.size() ? QString::number(median(f.deep[step]), 'f', 1) : QStringLiteral("-");
 }
 
 QString ratio(const Figures &ours, const Figures &peer, const QList<double> Figures::*field)
@@ -563,6 +645,39 @@ int runParent(const QList<qint64> &sizes, int repetitions, qint64 peerLimit, qin
     return complete ? 0 : 1;
 }
 
+// The deep zoom table: each step of deepZoomScript for the decimated chart,
+// the raw BarPlotter and Qt Charts (up to peerLimit), with the first frame and
+// the peak memory.
+int runDeepParent(const QList<qint64> &sizes, int repetitions, qint64 peerLimit, qint64 rawLimit)
+{
+    const QString program = QCoreApplication::applicationFilePath();
+    printf("\n| %-26s | %9s | %12s | %12s | %12s |\n", "deep zoom scenario", "N", "Vexal", "Vexal raw", "Qt Charts");
+    printf("|%s|%s|%s|%s|%s|\n", "----------------------------", "-----------", "--------------",
+           "--------------", "--------------");
+    bool complete = true;
+    for (qint64 n : sizes) {
+        const Figures ours = runChildren(System::Vexal, n, repetitions, program, true);
+        const Figures raw = n <= rawLimit ? runChildren(System::VexalRaw, n, repetitions, program, true) : Figures{};
+        const Figures peer = n <= peerLimit ? runChildren(System::QtCharts, n, repetitions, program, true) : Figures{};
+        const QString notRun = QStringLiteral("not run");
+        const auto row = [&](const char *label, const QString &a, const QString &b, const QString &c) {
+            printf("| %-26s | %9s | %12s | %12s | %12s |\n", label, qPrintable(QString::number(double(n), 'g', 2)),
+                   qPrintable(a), qPrintable(n <= rawLimit ? b : notRun), qPrintable(n <= peerLimit ? c : notRun));
+        };
+        row("first frame (ms)", cell(ours, &Figures::first), cell(raw, &Figures::first), cell(peer, &Figures::first));
+        const QList<DeepStep> script = deepZoomScript(double(n));
+        for (qsizetype i = 0; i < script.size(); ++i)
+            row(script[i].label, deepCell(ours, i), deepCell(raw, i), deepCell(peer, i));
+        row("peak RSS (MiB)", cell(ours, &Figures::peakMiB), cell(raw, &Figures::peakMiB), cell(peer, &Figures::peakMiB));
+        row("memory (bytes/sample)", cell(ours, &Figures::memory), cell(raw, &Figures::memory),
+            cell(peer, &Figures::memory));
+        complete = complete && ours.ran && (n > rawLimit || raw.ran) && (n > peerLimit || peer.ran);
+    }
+    printf("\nraw: the values go straight into the BarPlotter, without the decimator; \"not run\": too many\n"
+           "points for this system in reasonable time and memory.\n");
+    return complete ? 0 : 1;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -579,7 +694,9 @@ int main(int argc, char **argv)
                                    QStringLiteral("system"));
     const QCommandLineOption seed(QStringLiteral("seed"), QStringLiteral("Random seed."), QStringLiteral("seed"),
                                   QStringLiteral("42"));
-    parser.addOptions({shortMode, reps, child, seed});
+    const QCommandLineOption deep(QStringLiteral("deep"),
+                                  QStringLiteral("Only the deep zoom script, at N = 1e7 and 1e8 (1e5 with --short)."));
+    parser.addOptions({shortMode, reps, child, seed, deep});
     parser.process(app);
 
     if (parser.isSet(child)) {
@@ -591,7 +708,14 @@ int main(int argc, char **argv)
         const System system = name == QLatin1String("qtcharts") ? System::QtCharts
                             : name == QLatin1String("vexal-raw") ? System::VexalRaw
                                                                  : System::Vexal;
-        return runChild(system, parser.positionalArguments().value(0).toLongLong(), parser.value(seed).toULongLong());
+        const qint64 n = parser.positionalArguments().value(0).toLongLong();
+        const quint64 seedValue = parser.value(seed).toULongLong();
+        return parser.isSet(deep) ? runDeepChild(system, n, seedValue) : runChild(system, n, seedValue);
+    }
+    if (parser.isSet(deep)) {
+        if (parser.isSet(shortMode))
+            return runDeepParent({100000}, 1, 100000, 100000);
+        return runDeepParent({10000000, 100000000}, std::max(1, parser.value(reps).toInt()), 10000000, 10000000);
     }
     if (parser.isSet(shortMode))
         return runParent({100000}, 1, 100000, 100000);
