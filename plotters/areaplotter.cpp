@@ -1,7 +1,8 @@
 #include <vexal/areaplotter.h>
 
 #include <vexal/ichartarea.h>
-#include "plotters/glhelpers.h"
+#include <vexal/sareagradientprogram.h>
+#include "plotters/glhelpers_p.h"
 #include "core/cellgrid_p.h"
 
 #include <QtGui/QMatrix4x4>
@@ -162,7 +163,7 @@ void AreaPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, co
         SRenderLayerDefinition fill;
         fill.first = 2 * start;
         fill.count = 2 * (end - start);
-        fill.program = QStringLiteral("area_gradient");
+        fill.program = QString::fromLatin1(SAreaGradientProgram::Name);
         fill.mode = DrawFlags::Arrays | GL_TRIANGLE_STRIP;
         fill.attributes = {FillAttribute};
         SRenderLayerDefinition border;
@@ -170,7 +171,7 @@ void AreaPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, co
         border.first = start;
         border.count = end - start;
         border.lineWidth = float(m_borderWidth);
-        border.program = QStringLiteral("area");
+        border.program = QString::fromLatin1(SAreaPlotterProgram::Name);
         border.mode = m_borderEnable ? DrawFlags::Arrays | GL_LINE_STRIP : 0;
         border.attributes = {BorderAttribute};
         layers = {fill, border};

@@ -1,8 +1,8 @@
 #include <vexal/bardecorator.h>
 
 #include <vexal/ichartarea.h>
-#include "plotters/glhelpers.h"
-#include "plotters/sharegroupprogram.h"
+#include "plotters/glhelpers_p.h"
+#include "plotters/sharegroupprogram_p.h"
 #include "core/numeric_p.h"
 #include "core/numeric_p.h"
 

@@ -1,7 +1,7 @@
 #include <vexal/barplotter.h>
 
-#include "plotters/glhelpers.h"
-#include "plotters/sharegroupprogram.h"
+#include "plotters/glhelpers_p.h"
+#include "plotters/sharegroupprogram_p.h"
 #include "core/cellgrid_p.h"
 #include "core/numeric_p.h"
 #include "core/cellgrid_p.h"
@@ -18,8 +18,10 @@
 
 namespace {
 
-// Five ways of drawing the bars exist. The variant decides the array layouts
-// and the draw call:
+// Five ways of drawing the bars exist; variant 0 is the one every context
+// takes (chooseVariant). Variants 1 to 4 are kept: part of the bar plotter's
+// shader interface, reachable by changing chooseVariant alone. The variant
+// decides the array layouts and the draw call:
 //   0, 3: attribute vertex shader, vertex ids as an attribute, indexed triangles;
 //   1, 4: GLSL 130, vertex ids from gl_VertexID, indexed triangles;
 //   2:    GLSL 150 with a geometry shader that grows one point per bar into a bar.

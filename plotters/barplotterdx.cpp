@@ -1,7 +1,8 @@
 #include <vexal/barplotterdx.h>
 
 #include <vexal/ichartarea.h>
-#include "plotters/glhelpers.h"
+#include <vexal/shresbarprogram.h>
+#include "plotters/glhelpers_p.h"
 #include "core/numeric_p.h"
 
 #include <QtOpenGL/QOpenGLShaderProgram>
@@ -149,7 +150,7 @@ void BarPlotterDx::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, c
     __update_draw_index();
     if (layers.isEmpty()) {
         SRenderLayerDefinition bars;
-        bars.program = QStringLiteral("hresbar");
+        bars.program = QString::fromLatin1(SHResBarProgram::Name);
         bars.mode = DrawFlags::Elements | GL_TRIANGLES;
         bars.attributes = {VertexAttribute};
         bars.indexAttribute = IndexAttribute;

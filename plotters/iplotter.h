@@ -103,10 +103,10 @@ signals:
     void visibleChanged();
     void zOrderChanged();
     void plotterAreaChanged();
-    void initChanged();
+    void initChanged(); // kept: part of the plotter interface; never emitted
     void chartAreaChanged();
     void drawLayerChanged();
-    void showLegendChanged();
+    void showLegendChanged(); // kept: part of the plotter interface; showLegend notifies drawLayerChanged
     void nameChanged();
     void legendToolTipTextChanged();
     void dataChanged();
@@ -128,10 +128,10 @@ protected:
 
     // ---- Subclass hooks of the render pipeline
     virtual QList<SAttributeDefinition> declareArributeArray();
-    virtual void declareUniforms(); // extension hook; the base only reports it is missing
+    virtual void declareUniforms(); // kept: part of the plotter interface; never called, the base only reports it is missing
     virtual bool __update_vertex();
     virtual bool __update_index();
-    virtual void __update_custom(); // extension hook; the base pipeline does not call it
+    virtual void __update_custom(); // kept: part of the plotter interface; the pipeline never calls it
     virtual void _update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer);
     virtual SAttributePointer _fetch_attribute_data(const int &index) const;
     virtual void _fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area);
@@ -150,8 +150,8 @@ protected:
 
     QList<double> m_data;                          // the series; shared, not copied
     QMutex dataMutex;                              // held while vertex/index arrays are rebuilt
-    QMutex vertexMutex;                            // free for subclasses' vertex attribute declarations
-    QMutex indexMutex;                             // free for subclasses' index attribute declarations
+    QMutex vertexMutex; // kept: part of the plotter interface, for subclasses' attribute declarations; unused here
+    QMutex indexMutex;  // kept: part of the plotter interface, for subclasses' index declarations; unused here
     bool initialized = false;                      // set by the first prepareRender
     bool offsetSubtracts = true;                   // xOffset moves the data area left (true) or right
     quint32 dirtyFlags = 0;                        // arrays rebuilt but not yet uploaded

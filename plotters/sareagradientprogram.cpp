@@ -2,7 +2,7 @@
 
 QString SAreaGradientProgram::name() const
 {
-    return QStringLiteral("area_gradient");
+    return QString::fromLatin1(Name);
 }
 
 QString SAreaGradientProgram::vertexSource() const

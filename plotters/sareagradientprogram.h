@@ -7,6 +7,7 @@
 class VEXAL_EXPORT SAreaGradientProgram : public SAreaPlotterProgram
 {
 public:
+    static constexpr const char *Name = "area_gradient"; // the name plotters draw with
     QString name() const override;
     QString vertexSource() const override;
     QString fragmentSource() const override;

@@ -2,7 +2,7 @@
 
 QString SAreaPlotterProgram::name() const
 {
-    return QStringLiteral("area");
+    return QString::fromLatin1(Name);
 }
 
 QList<ShaderSource> SAreaPlotterProgram::shaderSources() const

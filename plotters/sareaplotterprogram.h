@@ -7,6 +7,7 @@
 class VEXAL_EXPORT SAreaPlotterProgram : public SProgramShaderDefinition
 {
 public:
+    static constexpr const char *Name = "area"; // the name plotters draw with
     QString name() const override;
     QList<ShaderSource> shaderSources() const override;
     virtual QString vertexSource() const;

@@ -1,4 +1,4 @@
-#include "plotters/sharegroupprogram.h"
+#include "plotters/sharegroupprogram_p.h"
 
 #include <QtCore/QDebug>
 #include <QtGui/QOpenGLContext>

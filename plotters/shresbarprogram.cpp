@@ -4,7 +4,7 @@
 
 QString SHResBarProgram::name() const
 {
-    return QStringLiteral("hresbar");
+    return QString::fromLatin1(Name);
 }
 
 QList<ShaderSource> SHResBarProgram::shaderSources() const

@@ -7,6 +7,7 @@
 class VEXAL_EXPORT SHResBarProgram : public SProgramShaderDefinition
 {
 public:
+    static constexpr const char *Name = "hresbar"; // the name plotters draw with
     QString name() const override;
     QList<ShaderSource> shaderSources() const override;
 };

@@ -2,11 +2,14 @@
 
 #include <vexal/filter1d.h>
 
+#include <QtQml/qqmlregistration.h>
+
 // A long synthetic signal for the demo: a slowly drifting baseline with noise
 // and rare narrow peaks, so that zooming out shows what the decimator keeps.
 class DemoSeries : public Filter1D
 {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(int count READ count WRITE setCount NOTIFY countChanged)
 
 public:

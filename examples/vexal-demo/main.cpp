@@ -94,7 +94,6 @@ int main(int argc, char **argv)
         return code;
 
     QQuickStyle::setStyle(QStringLiteral("Material"));
-    qmlRegisterType<DemoSeries>("VexalDemo", 1, 0, "DemoSeries");
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral(VEXAL_DEMO_QML_DIR));
     engine.setInitialProperties({{QStringLiteral("csvFile"), options.csvFile}});

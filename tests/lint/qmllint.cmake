@@ -1,6 +1,7 @@
 # Lints the module's QML and JavaScript files and the demo's QML; any
 # warning fails.
-# cmake -DQMLLINT=<qmllint> -DQML_DIR=<module import dir> -DSOURCE_DIR=<source tree> -P qmllint.cmake
+# cmake -DQMLLINT=<qmllint> -DQML_DIR=<module import dir> -DDEMO_QML_DIR=<demo module import dir>
+#       -DSOURCE_DIR=<source tree> -P qmllint.cmake
 
 # The installed Qt5Compat.GraphicalEffects lacks the type description of its
 # private part, and importing it always warns: for the two files that import
@@ -13,8 +14,8 @@ file(GLOB files RELATIVE ${SOURCE_DIR}
 list(REMOVE_ITEM files ${effects_users})
 list(APPEND files examples/vexal-demo/Main.qml)
 
-# The demo's own type is registered in C++; tooling/ describes it.
-set(lint ${QMLLINT} -I ${QML_DIR} -I examples/vexal-demo/tooling)
+# The demo's own type is described by Qt's type registrar in the build tree.
+set(lint ${QMLLINT} -I ${QML_DIR} -I ${DEMO_QML_DIR})
 execute_process(COMMAND ${lint} ${files}
                 WORKING_DIRECTORY ${SOURCE_DIR} RESULT_VARIABLE status)
 execute_process(COMMAND ${lint} --import info ${effects_users}
