@@ -1,7 +1,7 @@
 #include <vexal/decimatorfilter.h>
 
 #include "filters/roundedgroups_p.h"
-#include "core/numeric_p.h"
+#include "core/cellgrid_p.h"
 
 #include <QtCore/QDebug>
 
@@ -98,7 +98,7 @@ int DecimatorFilter<T>::levelFor(double unitsPerPixel, const QRectF &area) const
     const qsizetype n = m_levels.first().size();
     if (n == 0 || Vexal::fuzzyEqual(area.width(), 0.0))
         return 0;
-    const double w0 = area.width() / double(n);
+    const double w0 = Vexal::CellGrid(area, n).cellWidth();
     if (w0 > unitsPerPixel)
         return 0; // input cells are already wider than a pixel
     const int k = Vexal::toInt(std::ceil(std::log(unitsPerPixel / w0) / std::log(m_factor)));

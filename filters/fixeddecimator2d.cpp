@@ -1,5 +1,7 @@
 #include <vexal/fixeddecimator2d.h>
 
+#include "core/cellgrid_p.h"
+
 #include <algorithm>
 
 FixedDecimator2D::FixedDecimator2D(QObject *parent)
@@ -25,7 +27,7 @@ bool FixedDecimator2D::_filter_func(const QList<double> &input)
         return false;
     const int cells = numPoint();
     QList<double> output(cells);
-    const double cell = area().width() / double(cells);
+    const double cell = Vexal::CellGrid(area(), cells).cellWidth();
     const double tolerance = cell / 1000.0;
     qsizetype pair = 0;
     double pairEnd = input.at(0); // right edge of the current pair

@@ -3,7 +3,7 @@
 #include <vexal/ichartarea.h>
 #include <vexal/shresbarprogram.h>
 #include "plotters/glhelpers_p.h"
-#include "core/numeric_p.h"
+#include "core/cellgrid_p.h"
 
 #include <QtOpenGL/QOpenGLShaderProgram>
 
@@ -233,9 +233,7 @@ QRectF BarPlotterDx::area_at(const QPointF &point) const
     if (i < 0 || i >= barCount())
         return QRectF();
     // A uniform width per double, unlike the exact rectangle of mouse_hovering.
-    const QRectF area = plotterArea();
-    const double width = area.width() / double(data().size());
-    return QRectF(area.left() + i * width, 0.0, width, valueOf(i));
+    return Vexal::CellGrid(plotterArea(), data().size()).cellRect(i, valueOf(i));
 }
 
 SInfoPoint BarPlotterDx::mouse_hovering(const QPointF &point) const
