@@ -76,7 +76,9 @@ void IChartArea::setPlotter(const QList<IPlotter *> &plotters)
     QList<IPlotter *> listed = plotters;
     if (listed.removeAll(nullptr) > 0)
         qWarning("IChartArea::plotter: null entries (or objects that are not plotters) were ignored");
-    if (m_plotter == listed)
+    // Compared element by element: QList's own comparison hands memcmp a null
+    // pointer for empty lists.
+    if (std::equal(m_plotter.cbegin(), m_plotter.cend(), listed.cbegin(), listed.cend()))
         return;
     {
         const std::lock_guard<std::recursive_mutex> locker(m_gate->mutex);

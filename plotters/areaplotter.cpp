@@ -81,6 +81,7 @@ void AreaPlotter::setEnableGradient(bool enable)
         return;
     m_enableGradient = enable;
     emit enableGradientChanged();
+    requestChartUpdate();
 }
 
 void AreaPlotter::setGradientColor(const QColor &color)
@@ -89,6 +90,7 @@ void AreaPlotter::setGradientColor(const QColor &color)
         return;
     m_gradientColor = color;
     emit gradientColorChanged();
+    requestChartUpdate();
 }
 
 void AreaPlotter::setPlotterArea(const QRectF &area)
@@ -159,34 +161,26 @@ void AreaPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, co
     const int samples = int(data().size());
     const int start = std::clamp(__start_index(m_frameRect), 0, samples);
     const int end = std::clamp(__end_index(m_frameRect), start, samples);
-    if (layers.isEmpty()) {
+    if (layers.size() != 2) {
         SRenderLayerDefinition fill;
-        fill.first = 2 * start;
-        fill.count = 2 * (end - start);
         fill.program = QString::fromLatin1(SAreaGradientProgram::Name);
         fill.mode = DrawFlags::Arrays | GL_TRIANGLE_STRIP;
         fill.attributes = {FillAttribute};
         SRenderLayerDefinition border;
         border.layer = BorderLayer;
-        border.first = start;
-        border.count = end - start;
-        border.lineWidth = float(m_borderWidth);
         border.program = QString::fromLatin1(SAreaPlotterProgram::Name);
-        border.mode = m_borderEnable ? DrawFlags::Arrays | GL_LINE_STRIP : 0;
         border.attributes = {BorderAttribute};
         layers = {fill, border};
-        return;
     }
-    // Only the ranges follow the view: a border switched off stays off, and its
-    // width stays, until the layers are built anew.
-    if (m_borderEnable) {
-        layers[BorderLayer].first = start;
-        layers[BorderLayer].count = end - start;
-    } else {
-        layers[BorderLayer].mode = 0;
-    }
+    // Every frame takes the ranges of the view and the border as it is set now,
+    // so that switching the border or changing its width shows at once.
     layers[FillLayer].first = 2 * start;
     layers[FillLayer].count = 2 * (end - start);
+    SRenderLayerDefinition &border = layers[BorderLayer];
+    border.first = start;
+    border.count = end - start;
+    border.lineWidth = float(m_borderWidth);
+    border.mode = m_borderEnable ? DrawFlags::Arrays | GL_LINE_STRIP : 0;
 }
 
 void AreaPlotter::captureUniforms()

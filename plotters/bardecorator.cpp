@@ -2,6 +2,7 @@
 
 #include <vexal/ichartarea.h>
 #include "plotters/glhelpers_p.h"
+#include "plotters/gpuarrays_p.h"
 #include "plotters/sharegroupprogram_p.h"
 #include "core/numeric_p.h"
 #include "core/numeric_p.h"
@@ -21,6 +22,9 @@ namespace {
 // ES above 3.2 binds the version 330 attributes by location; every other
 // context uses the attribute program, bound by name.
 enum Variant { SkippedVariant = 0, LocationVariant = 1, NamedVariant = 2 };
+
+// The decorator's arrays in its GPU arrays.
+enum Array { VertexArray, TimeArray, IndexArray };
 
 constexpr int PointLocation = 0; // "point" in the version 330 program
 constexpr int TimeLocation = 1;  // "time" in the version 330 program
@@ -104,7 +108,9 @@ BarDecorator::BarDecorator(QObject *parent)
         const quint32 corner = 4 * k;
         m_highlightIndices << corner << corner + 1 << corner + 2 << corner + 2 << corner + 1 << corner + 3;
     }
-    m_dirty |= DirtyBits::Index;
+    gpuArrays().setSlots({{QOpenGLBuffer::VertexBuffer, QOpenGLBuffer::DynamicDraw},
+                          {QOpenGLBuffer::VertexBuffer, QOpenGLBuffer::DynamicDraw},
+                          {QOpenGLBuffer::IndexBuffer, QOpenGLBuffer::StaticDraw}});
     m_fadeTimer.setInterval(20);
     connect(&m_fadeTimer, &QTimer::timeout, this, &BarDecorator::fadeTick);
     pushHighlight(QRectF());
@@ -280,7 +286,7 @@ void BarDecorator::pushHighlight(const QRectF &rect)
 {
     m_history.prepend({rect, QTime::currentTime().addSecs(3600)});
     if (const IChartArea *chart = chartArea(); chart && m_maxHighlights > 0) {
-        m_dirty |= DirtyBits::Vertex;
+        markHighlightsChanged();
         const QRectF visible = chart->visibleRect();
         const float x0 = Vexal::toFloat(2.0 * (rect.left() - visible.left()) / visible.width() - 1.0);
         const float x1 = Vexal::toFloat(2.0 * (rect.right() - visible.left()) / visible.width() - 1.0);
@@ -297,6 +303,7 @@ void BarDecorator::pushHighlight(const QRectF &rect)
         const float fadeStart = shaderTimeNow(m_timeScale) + 1.0f;
         m_highlightTimes.insert(std::min<qsizetype>(4, m_highlightTimes.size()), 4, fadeStart);
         m_highlightTimes.resize(4 * m_maxHighlights);
+        markHighlightsChanged();
     }
     if (!m_fadeTimer.isActive())
         m_fadeTimer.start();
@@ -313,7 +320,7 @@ void BarDecorator::reshapeHighlight(const QRectF &rect)
         m_highlightVertices[2] = QVector2D(rect.bottomRight());
         m_highlightVertices[3] = QVector2D(rect.topRight());
     }
-    m_dirty |= DirtyBits::Vertex;
+    markHighlightsChanged();
 }
 
 void BarDecorator::fadeTick()
@@ -333,42 +340,40 @@ void BarDecorator::fadeTick()
 // [SECTION] Render thread
 //-----------------------------------------------------------------------------
 
+void BarDecorator::markHighlightsChanged()
+{
+    gpuArrays().markChanged(VertexArray);
+    gpuArrays().markChanged(TimeArray);
+}
+
 void BarDecorator::prepareRender()
 {
     QOpenGLShaderProgram *program = decoratorProgram().acquire();
-    if (!m_glReady) {
-        m_glReady = true;
-        for (QOpenGLBuffer *buffer : {&m_vertexBuffer, &m_timeBuffer}) {
-            buffer->create();
-            buffer->setUsagePattern(QOpenGLBuffer::DynamicDraw);
-        }
-        m_indexBuffer.create();
-        m_indexBuffer.setUsagePattern(QOpenGLBuffer::StaticDraw);
-    }
     if (visible() && program) {
         program->bind();
-        uploadDirtyArrays();
+        uploadStaleArrays();
     }
-    // Never more than have vertices on the GPU; the history itself changes on
-    // the GUI thread while the frame is drawn.
-    m_frameHighlights = std::min({m_maxHighlights, int(m_history.size()), m_uploadedHighlights});
+    // Never more than this window has vertices and times for; the history
+    // itself changes on the GUI thread while the frame is drawn.
+    Vexal::GpuArrays &gpu = gpuArrays();
+    const qsizetype uploaded = std::min(gpu.uploadedBytes(VertexArray) / qsizetype(sizeof(QVector2D)),
+                                        gpu.uploadedBytes(TimeArray) / qsizetype(sizeof(float))) / 4;
+    m_frameHighlights = std::min({m_maxHighlights, int(m_history.size()), int(uploaded)});
     // Read here rather than while drawing: the local time reads shared
     // time-zone state that the GUI thread's fade ticks read too.
     m_frameTime = shaderTimeNow(m_timeScale);
 }
 
-void BarDecorator::uploadDirtyArrays()
+void BarDecorator::uploadStaleArrays()
 {
-    if (m_dirty & DirtyBits::Vertex) {
-        m_dirty &= ~DirtyBits::Vertex;
-        Vexal::uploadWhole(m_vertexBuffer, m_highlightVertices);
-        Vexal::uploadWhole(m_timeBuffer, m_highlightTimes);
-        m_uploadedHighlights = int(std::min(m_highlightVertices.size(), m_highlightTimes.size()) / 4);
-    }
-    if (m_dirty & DirtyBits::Index) {
-        m_dirty &= ~DirtyBits::Index;
-        Vexal::uploadWhole(m_indexBuffer, m_highlightIndices);
-    }
+    const auto bytesOf = [](const auto &list) {
+        return std::pair{static_cast<const void *>(list.constData()),
+                         list.size() * qsizetype(sizeof(*list.constData()))};
+    };
+    Vexal::GpuArrays &gpu = gpuArrays();
+    gpu.uploadIfStale(VertexArray, [&] { return bytesOf(m_highlightVertices); });
+    gpu.uploadIfStale(TimeArray, [&] { return bytesOf(m_highlightTimes); });
+    gpu.uploadIfStale(IndexArray, [&] { return bytesOf(m_highlightIndices); });
 }
 
 void BarDecorator::render(const QRectF &area)
@@ -391,17 +396,18 @@ void BarDecorator::render(const QRectF &area)
     const bool byLocation = variant == LocationVariant;
     const int point = byLocation ? PointLocation : program->attributeLocation("point");
     const int time = byLocation ? TimeLocation : program->attributeLocation("time");
-    m_vertexBuffer.bind();
+    Vexal::GpuArrays &gpu = gpuArrays();
+    gpu.buffer(VertexArray)->bind();
     program->enableAttributeArray(point);
     program->setAttributeBuffer(point, GL_FLOAT, 0, 2, 0);
-    m_timeBuffer.bind();
+    gpu.buffer(TimeArray)->bind();
     program->enableAttributeArray(time);
     program->setAttributeBuffer(time, GL_FLOAT, 0, 1, 0);
-    m_indexBuffer.bind();
+    gpu.buffer(IndexArray)->bind();
     gl->glDrawElements(GL_TRIANGLES, highlights * 6, GL_UNSIGNED_INT, nullptr);
-    m_indexBuffer.release();
+    gpu.buffer(IndexArray)->release();
     Vexal::reportGlError();
     // The time attribute stays enabled.
     program->disableAttributeArray(point);
-    m_vertexBuffer.release();
+    gpu.buffer(VertexArray)->release();
 }

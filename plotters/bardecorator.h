@@ -65,15 +65,9 @@ protected:
     QList<QVector2D> m_highlightVertices;  // "point": clip x and height, 4 per highlight; empty
     QList<float> m_highlightTimes;         // "time": fade start, 4 per highlight; 4 x 4000000 (never fades)
     QList<quint32> m_highlightIndices;     // 6 per highlight slot; built by the constructor
-    QOpenGLBuffer m_vertexBuffer{QOpenGLBuffer::VertexBuffer}; // GPU copy of the vertices; not created
-    QOpenGLBuffer m_timeBuffer{QOpenGLBuffer::VertexBuffer};   // GPU copy of the times; not created
-    QOpenGLBuffer m_indexBuffer{QOpenGLBuffer::IndexBuffer};   // GPU copy of the indices; not created
     QTimer m_fadeTimer;                    // fade clock, 20 ms, repeating
-    quint32 m_dirty = 0;                   // DirtyBits::Vertex vertices and times, DirtyBits::Index indices; 0
-    bool m_glReady = false;                // buffers created; false
     int m_maxHighlights = 10;              // highlights kept on the GPU; 10
     float m_timeScale = 100.0f;            // milliseconds per shader time unit; 100
-    int m_uploadedHighlights = 0;          // highlights whose vertices and times are on the GPU; 0
     int m_frameHighlights = 0;             // highlights the frame being drawn shows; 0
     float m_frameTime = 0.0f;              // shader clock of the frame being drawn; 0
 
@@ -84,7 +78,8 @@ private:
     QPointF mouseInChart(const IChartArea &chart) const;
     void reshapeHighlight(const QRectF &rect);
     void fitToSlots();
-    void uploadDirtyArrays();
+    void uploadStaleArrays();
+    void markHighlightsChanged();
 
     double m_mouseX = 0.0;        // mouse x in chart item pixels; 0
     double m_mouseY = 0.0;        // mouse y in chart item pixels; 0

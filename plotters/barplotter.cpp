@@ -1,6 +1,7 @@
 #include <vexal/barplotter.h>
 
 #include "plotters/glhelpers_p.h"
+#include "plotters/gpuarrays_p.h"
 #include "plotters/sharegroupprogram_p.h"
 #include "core/cellgrid_p.h"
 #include "core/numeric_p.h"
@@ -26,6 +27,9 @@ namespace {
 //   1, 4: GLSL 130, vertex ids from gl_VertexID, indexed triangles;
 //   2:    GLSL 150 with a geometry shader that grows one point per bar into a bar.
 constexpr int GeometryVariant = 2;
+
+// The plotter's arrays in its GPU arrays.
+enum Array { PointArray, VertexIdArray, IndexArray };
 
 // "point" values per bar: four corners (bottom, bottom, top, top), one for the
 // geometry shader, none for an unknown variant.
@@ -159,6 +163,9 @@ ShareGroupProgram &barProgram()
 BarPlotter::BarPlotter(QObject *parent)
     : IPlotter1D(parent)
 {
+    gpuArrays().setSlots({{QOpenGLBuffer::VertexBuffer, QOpenGLBuffer::DynamicDraw},
+                          {QOpenGLBuffer::VertexBuffer, QOpenGLBuffer::StaticDraw},
+                          {QOpenGLBuffer::IndexBuffer, QOpenGLBuffer::StaticDraw}});
 }
 
 BarPlotter::~BarPlotter()
@@ -206,7 +213,7 @@ QRectF BarPlotter::area_at(const QPointF &point) const
 
 void BarPlotter::rebuildPoints()
 {
-    m_dirty |= DirtyBits::Vertex;
+    gpuArrays().markChanged(PointArray);
     QMutexLocker locker(&dataMutex);
     const QList<double> &values = data();
     const int variant = barProgram().variant();
@@ -243,7 +250,8 @@ void BarPlotter::rebuildIndices()
     const qsizetype indexed = m_indices.size();
     if (indexed > bars * 6)
         return; // never shrinks: the draw range keeps to the bars that exist
-    m_dirty |= DirtyBits::Index;
+    gpuArrays().markChanged(IndexArray);
+    gpuArrays().markChanged(VertexIdArray);
     const qsizetype first = indexed / 6;
     m_indices.resize(bars * 6);
     quint32 *indices = m_indices.data();
@@ -273,45 +281,29 @@ void BarPlotter::prepareRender()
         m_glReady = true;
         rebuildPoints();
         rebuildIndices();
-        createBuffers();
     }
     if (!visible() || !program)
         return;
     program->bind();
-    uploadDirtyArrays();
+    uploadStaleArrays();
 }
 
-void BarPlotter::createBuffers()
+void BarPlotter::uploadStaleArrays()
 {
-    const int variant = barProgram().variant();
-    m_pointBuffer.setUsagePattern(QOpenGLBuffer::DynamicDraw);
-    m_pointBuffer.create();
-    if (!hasIndices(variant))
+    Vexal::GpuArrays &gpu = gpuArrays();
+    gpu.uploadIfStale(PointArray, [this] {
+        return std::pair{static_cast<const void *>(m_points.constData()), m_points.size() * qsizetype(sizeof(float))};
+    });
+    if (!hasIndices(barProgram().variant()))
         return;
-    m_indexBuffer.setUsagePattern(QOpenGLBuffer::StaticDraw);
-    m_indexBuffer.create();
-    if (!hasVertexIds(variant))
-        return;
-    m_vertexIdBuffer.setUsagePattern(QOpenGLBuffer::StaticDraw);
-    m_vertexIdBuffer.create();
-}
-
-void BarPlotter::uploadDirtyArrays()
-{
-    const int variant = barProgram().variant();
-    if (m_dirty & DirtyBits::Vertex) {
-        m_dirty &= ~DirtyBits::Vertex;
-        QMutexLocker locker(&dataMutex);
-        if (const qsizetype perBar = pointsPerBar(variant)) {
-            m_barCount = int(m_points.size() / perBar);
-            Vexal::uploadWhole(m_pointBuffer, m_points);
-        }
-    }
-    if (m_dirty & DirtyBits::Index) {
-        m_dirty &= ~DirtyBits::Index;
-        Vexal::uploadWhole(m_indexBuffer, m_indices);
-        if (hasVertexIds(variant))
-            Vexal::uploadWhole(m_vertexIdBuffer, m_vertexIds);
+    gpu.uploadIfStale(IndexArray, [this] {
+        return std::pair{static_cast<const void *>(m_indices.constData()), m_indices.size() * qsizetype(sizeof(quint32))};
+    });
+    if (hasVertexIds(barProgram().variant())) {
+        gpu.uploadIfStale(VertexIdArray, [this] {
+            return std::pair{static_cast<const void *>(m_vertexIds.constData()),
+                             m_vertexIds.size() * qsizetype(sizeof(float))};
+        });
     }
 }
 
@@ -321,12 +313,16 @@ void BarPlotter::render(const QRectF &area)
     if (!frame.visible || !bars.intersects(area))
         return;
     QOpenGLShaderProgram *program = barProgram().current();
-    if (!program)
+    const qsizetype perBar = pointsPerBar(barProgram().variant());
+    if (!program || perBar == 0)
         return;
-    const Vexal::CellGrid grid(bars, m_barCount);
+    Vexal::GpuArrays &gpu = gpuArrays();
+    // The bars this window's copy holds: another window may hold newer data.
+    const int barCount = int(gpu.uploadedBytes(PointArray) / (perBar * qsizetype(sizeof(float))));
+    const Vexal::CellGrid grid(bars, barCount);
     const double width = grid.cellWidth();
     const QRectF shown = bars.intersected(area);
-    const Vexal::CellRange drawn = grid.cellsBetween(shown.left(), shown.right()).clampedTo(m_barCount);
+    const Vexal::CellRange drawn = grid.cellsBetween(shown.left(), shown.right()).clampedTo(barCount);
     if (drawn.isEmpty())
         return;
     const int first = drawn.first;
@@ -340,11 +336,11 @@ void BarPlotter::render(const QRectF &area)
     bindAttributes(*program);
     QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
     if (hasIndices(barProgram().variant())) {
-        m_indexBuffer.bind();
+        gpu.buffer(IndexArray)->bind();
         const qintptr firstByte = qintptr(first) * 6 * qintptr(sizeof(quint32));
         gl->glDrawElements(GL_TRIANGLES, (last - first) * 6, GL_UNSIGNED_INT,
                            reinterpret_cast<const void *>(firstByte));
-        m_indexBuffer.release();
+        gpu.buffer(IndexArray)->release();
     } else {
         gl->glDrawArrays(GL_POINTS, first, last - first);
     }
@@ -354,12 +350,12 @@ void BarPlotter::render(const QRectF &area)
 
 void BarPlotter::bindAttributes(QOpenGLShaderProgram &program)
 {
-    m_pointBuffer.bind();
+    gpuArrays().buffer(PointArray)->bind();
     program.enableAttributeArray("point");
     program.setAttributeBuffer("point", GL_FLOAT, 0, 1, 0);
     if (!hasVertexIds(barProgram().variant()))
         return;
-    m_vertexIdBuffer.bind();
+    gpuArrays().buffer(VertexIdArray)->bind();
     program.enableAttributeArray("vertexID");
     program.setAttributeBuffer("vertexID", GL_FLOAT, 0, 1, 0);
 }
@@ -367,9 +363,9 @@ void BarPlotter::bindAttributes(QOpenGLShaderProgram &program)
 void BarPlotter::releaseAttributes(QOpenGLShaderProgram &program)
 {
     program.disableAttributeArray("point");
-    m_pointBuffer.release();
+    gpuArrays().buffer(PointArray)->release();
     if (!hasVertexIds(barProgram().variant()))
         return;
     program.disableAttributeArray("vertexID");
-    m_vertexIdBuffer.release();
+    gpuArrays().buffer(VertexIdArray)->release();
 }

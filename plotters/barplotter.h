@@ -5,8 +5,9 @@
 #include <QtOpenGL/QOpenGLBuffer>
 
 // Draws a series as adjacent bars of equal width standing on value 0, all in
-// the plotter colour. It keeps its own arrays, buffers and a program shared by
-// every bar plotter instead of using the render-layer pipeline.
+// the plotter colour. It keeps its own arrays (uploaded through the plotters'
+// per-share-group GPU arrays) and a program shared by every bar plotter
+// instead of using the render-layer pipeline.
 class VEXAL_EXPORT BarPlotter : public IPlotter1D
 {
     Q_OBJECT
@@ -32,16 +33,10 @@ protected:
     QList<float> m_points;        // "point" attribute, 4 per bar (1 in the geometry variant); empty
     QList<float> m_vertexIds;     // "vertexID" attribute, 4 per bar; empty
     QList<quint32> m_indices;     // two triangles per bar, 6 indices; empty
-    QOpenGLBuffer m_pointBuffer{QOpenGLBuffer::VertexBuffer};    // GPU copy of m_points; not created
-    QOpenGLBuffer m_vertexIdBuffer{QOpenGLBuffer::VertexBuffer}; // GPU copy of m_vertexIds; not created
-    QOpenGLBuffer m_indexBuffer{QOpenGLBuffer::IndexBuffer};     // GPU copy of m_indices; not created
-    quint32 m_dirty = 0;          // DirtyBits::Vertex points, DirtyBits::Index indices/ids to upload; 0
-    bool m_glReady = false;       // buffers created and arrays built once; false
-    int m_barCount = 0;           // bars in the uploaded point buffer; 0
+    bool m_glReady = false;       // arrays built once, at the first frame; false
 
 private:
-    void createBuffers();
-    void uploadDirtyArrays();
+    void uploadStaleArrays();
     void bindAttributes(QOpenGLShaderProgram &program);
     void releaseAttributes(QOpenGLShaderProgram &program);
 };

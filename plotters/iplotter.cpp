@@ -3,6 +3,8 @@
 #include <vexal/ichartarea.h>
 #include <vexal/sprogramshaderdefinition.h>
 #include "core/numeric_p.h"
+#include "plotters/glhelpers_p.h"
+#include "plotters/gpuarrays_p.h"
 
 #include <QtCore/QDebug>
 #include <QtGui/QOpenGLContext>
@@ -18,6 +20,7 @@
 
 IPlotter::IPlotter(QObject *parent)
     : QObject(parent)
+    , m_gpuArrays(std::make_unique<Vexal::GpuArrays>())
 {
 }
 
@@ -78,6 +81,11 @@ void IPlotter::requestChartUpdate() const
 {
     if (IChartArea *chart = m_chartArea.data())
         chart->requestUpdate();
+    // Charts that list this plotter without being its chartArea show it too.
+    for (const QPointer<IChartArea> &chart : m_listedBy) {
+        if (chart && chart != m_chartArea)
+            chart->requestUpdate();
+    }
 }
 
 //-----------------------------------------------------------------------------
@@ -295,13 +303,13 @@ void IPlotter::initialize()
         __update_vertex();
         __update_index();
     }
+    QList<Vexal::GpuArrays::Slot> arrays;
     for (const SAttributeDefinition &definition : std::as_const(attributeDefinitions)) {
-        QOpenGLBuffer buffer(QOpenGLBuffer::Type(definition.bufferType));
-        buffer.create();
-        buffer.setUsagePattern(QOpenGLBuffer::UsagePattern(definition.usagePattern));
-        buffers.append(buffer);
-        dirtyFlags |= definition.dirtyMask;
+        arrays.append({QOpenGLBuffer::Type(definition.bufferType),
+                      QOpenGLBuffer::UsagePattern(definition.usagePattern)});
     }
+    // Every array starts out changed: each share group uploads it once.
+    m_gpuArrays->setSlots(arrays);
 }
 
 void IPlotter::prepareRender()
@@ -314,18 +322,22 @@ void IPlotter::prepareRender()
 
 void IPlotter::uploadDirtyBuffers()
 {
-    for (int i = 0; i < buffers.size(); ++i) {
-        const SAttributeDefinition &definition = attributeDefinitions.at(i);
-        const quint32 dirty = definition.dirtyMask & dirtyFlags;
-        if (!dirty)
-            continue;
-        dirtyFlags &= ~dirty;
-        QMutexLocker locker(definition.mutex);
-        const SAttributePointer bytes = _fetch_attribute_data(i);
-        QOpenGLBuffer &buffer = buffers[i];
-        buffer.bind();
-        buffer.allocate(bytes.data, bytes.size);
-        buffer.release();
+    // Rebuilt arrays become changed for every share group; each group then
+    // uploads what its copy lacks.
+    quint32 declared = 0;
+    for (int i = 0; i < attributeDefinitions.size(); ++i) {
+        const quint32 mask = attributeDefinitions.at(i).dirtyMask;
+        declared |= mask;
+        if (mask & dirtyFlags)
+            m_gpuArrays->markChanged(i);
+    }
+    dirtyFlags &= ~declared;
+    for (int i = 0; i < attributeDefinitions.size(); ++i) {
+        QMutexLocker locker(attributeDefinitions.at(i).mutex);
+        m_gpuArrays->uploadIfStale(i, [&] {
+            const SAttributePointer bytes = _fetch_attribute_data(i);
+            return std::pair{bytes.data, qsizetype(bytes.size)};
+        });
     }
 }
 
@@ -349,26 +361,25 @@ void IPlotter::render(const QRectF &area)
         if (QOpenGLShaderProgram *program = programFor(layer.program))
             drawRenderLayer(layer, *program);
     }
-    const GLenum error = QOpenGLContext::currentContext()->functions()->glGetError();
-    if (error != GL_NO_ERROR)
-        qWarning().nospace() << "WE GOT AN OPENGL ERROR CODE: " << uint(error);
+    Vexal::reportGlError();
 }
 
 void IPlotter::drawRenderLayer(const SRenderLayerDefinition &layer, QOpenGLShaderProgram &program)
 {
     QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
+    const auto buffer = [this](int index) -> QOpenGLBuffer & { return *m_gpuArrays->buffer(index); };
     program.bind();
     _update_uniforms(program, layer);
     for (int index : layer.attributes) {
         const SAttributeDefinition &definition = attributeDefinitions.at(index);
         const QByteArray name = definition.name.toLatin1();
-        buffers[index].bind();
+        buffer(index).bind();
         program.enableAttributeArray(name.constData());
         program.setAttributeBuffer(name.constData(), GLenum(definition.glType), definition.offset,
                                    definition.tupleSize, definition.stride);
     }
     if (layer.indexAttribute != -1)
-        buffers[layer.indexAttribute].bind();
+        buffer(layer.indexAttribute).bind();
     if (layer.lineWidth > 0.0f)
         gl->glLineWidth(layer.lineWidth);
     if (layer.mode & DrawFlags::Arrays) {
@@ -379,10 +390,10 @@ void IPlotter::drawRenderLayer(const SRenderLayerDefinition &layer, QOpenGLShade
                            reinterpret_cast<const void *>(qintptr(layer.first)));
     }
     if (layer.indexAttribute != -1)
-        buffers[layer.indexAttribute].release();
+        buffer(layer.indexAttribute).release();
     for (int index : layer.attributes) {
         program.disableAttributeArray(attributeDefinitions.at(index).name.toLatin1().constData());
-        buffers[index].release();
+        buffer(index).release();
     }
 }
 

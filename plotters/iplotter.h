@@ -9,10 +9,13 @@
 #include <QtGui/QColor>
 #include <QtOpenGL/QOpenGLBuffer>
 
+#include <memory>
+
 class IChartArea;
 Q_MOC_INCLUDE(<vexal/ichartarea.h>)
 class QOpenGLShaderProgram;
 class SProgramShaderDefinition;
+namespace Vexal { class GpuArrays; }
 
 // Base of everything that draws a series into a chart. A subclass declares its
 // vertex attributes, hands out their bytes on demand and describes each frame as
@@ -136,7 +139,12 @@ protected:
     virtual SAttributePointer _fetch_attribute_data(const int &index) const;
     virtual void _fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area);
 
-    // Asks the chart, if any, for a throttled redraw.
+    // The GPU copies of the plotter's arrays, one per OpenGL share group that
+    // draws it. The render pipeline declares one array per attribute
+    // declaration; plotters that draw by themselves declare their own.
+    Vexal::GpuArrays &gpuArrays() const { return *m_gpuArrays; }
+
+    // Asks every chart that shows the plotter for a throttled redraw.
     void requestChartUpdate() const;
     // Leaves the chart's lists; concrete plotters call it first in their destructors
     // so that the render thread never draws a half-destroyed plotter.
@@ -157,7 +165,6 @@ protected:
     quint32 dirtyFlags = 0;                        // arrays rebuilt but not yet uploaded
     QString programLabel;                          // printed by the base's warnings
     QList<SAttributeDefinition> attributeDefinitions; // declared at initialisation
-    QList<QOpenGLBuffer> buffers;                  // one per declaration, same index
     QList<SRenderLayerDefinition> renderLayers;    // kept between frames
     FrameState frame;                              // taken for the frame being drawn
 
@@ -178,5 +185,6 @@ private:
     uint m_drawLayer = 1;                // bit k: draws in chart layer k
     bool m_showLegend = true;            // listed in legends
     QPointer<IChartArea> m_chartArea;    // the chart drawn into; not owned
+    std::unique_ptr<Vexal::GpuArrays> m_gpuArrays; // GPU copies of the arrays, per share group
     QList<QPointer<IChartArea>> m_listedBy; // charts whose lists hold this plotter; not owned
 };

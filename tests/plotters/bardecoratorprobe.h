@@ -3,12 +3,13 @@
 // Opens the decorator's history and arrays to the tests; production code keeps
 // them protected.
 #include <vexal/bardecorator.h>
+#include "plotters/gpuarrays_p.h"
 
 class BarDecoratorProbe : public BarDecorator
 {
 public:
     using BarDecorator::fadeTick;
-    using BarDecorator::m_dirty;
+    using BarDecorator::gpuArrays;
     using BarDecorator::m_fadeTimer;
     using BarDecorator::m_highlightIndices;
     using BarDecorator::m_highlightTimes;

@@ -112,7 +112,8 @@ void tst_BarDecorator::constructionPushesANullHighlight()
     QCOMPARE(d.m_highlightTimes, QList<float>(4, NeverFades));
     QCOMPARE(d.m_highlightIndices.size(), 60);
     QCOMPARE(d.m_highlightIndices.mid(6, 6), QList<quint32>({4, 5, 6, 6, 5, 7}));
-    QCOMPARE(d.m_dirty, DirtyBits::Index);
+    for (int array = 0; array < d.gpuArrays().count(); ++array)
+        QCOMPARE(d.gpuArrays().version(array), 1u); // every window uploads each array once
     QCOMPARE(d.color(), QColor(255, 255, 255, 70));
     QVERIFY(d.m_fadeTimer.isActive());
     QCOMPARE(d.m_fadeTimer.interval(), 20);
@@ -139,7 +140,7 @@ void tst_BarDecorator::pushesPutTheNewestHighlightFirst()
     for (int i = 4; i < 8; ++i)
         QVERIFY(d.m_highlightTimes[i] >= before && d.m_highlightTimes[i] <= after);
     QCOMPARE(d.m_highlightTimes.mid(8), QList<float>(32, 0.0f));
-    QVERIFY(d.m_dirty & DirtyBits::Vertex);
+    QVERIFY(d.gpuArrays().version(0) > 1); // the vertices changed for every window
 }
 
 void tst_BarDecorator::elevenPushesKeepTenHighlights()
@@ -206,12 +207,12 @@ void tst_BarDecorator::movingWithinTheSameBarChangesNothing()
     HoverSetup s;
     s.hover(5, 2);
     const auto history = s.decorator.m_history.size();
-    s.decorator.m_dirty = 0;
+    const quint64 vertices = s.decorator.gpuArrays().version(0);
     QSignalSpy changed(&s.decorator, &BarDecorator::infoMapChanged);
     s.hover(7, 3);
     QCOMPARE(changed.count(), 0);
     QCOMPARE(s.decorator.m_history.size(), history);
-    QCOMPARE(s.decorator.m_dirty, 0u);
+    QCOMPARE(s.decorator.gpuArrays().version(0), vertices);
 }
 
 void tst_BarDecorator::sameExtentOtherHeightRewritesInPlace()

@@ -1,5 +1,6 @@
 // Tests of the bar plotter: its CPU-side arrays and the bars it draws.
 #include <vexal/barplotter.h>
+#include "plotters/gpuarrays_p.h"
 #include <vexal/ichartarea.h>
 #include "plotterscene.h"
 
@@ -20,8 +21,7 @@ namespace {
 class BarPlotterProbe : public BarPlotter
 {
 public:
-    using BarPlotter::m_barCount;
-    using BarPlotter::m_dirty;
+    using BarPlotter::gpuArrays;
     using BarPlotter::m_glReady;
     using BarPlotter::m_indices;
     using BarPlotter::m_points;
@@ -103,7 +103,10 @@ void tst_BarPlotter::pointsAndVertexIdsFollowTheBarLayout()
     std::unique_ptr<BarPlotterProbe> p(BarPlotterProbe::ready({1.5, -2.0}));
     QCOMPARE(p->m_points, QList<float>({0, 0, 1.5f, 1.5f, 0, 0, -2.0f, -2.0f}));
     QCOMPARE(p->m_vertexIds, QList<float>({0, 1, 0, 1, 1, 2, 1, 2}));
-    QCOMPARE(p->m_dirty, DirtyBits::Vertex | DirtyBits::Index);
+    // Points, vertex ids and indices are changed for every window (version 1
+    // is their declaration).
+    for (int array = 0; array < p->gpuArrays().count(); ++array)
+        QVERIFY(p->gpuArrays().version(array) > 1);
 }
 
 void tst_BarPlotter::indicesOfEachBarFormTwoTriangles()
@@ -115,22 +118,24 @@ void tst_BarPlotter::indicesOfEachBarFormTwoTriangles()
 void tst_BarPlotter::sameValuesChangeNothing()
 {
     std::unique_ptr<BarPlotterProbe> p(BarPlotterProbe::ready({1, 2, 3}));
-    p->m_dirty = 0;
+    const quint64 points = p->gpuArrays().version(0);
     QSignalSpy changed(p.get(), &IPlotter::dataChanged);
     p->setData(QList<double>{1, 2, 3}); // equal bytes, other storage
     QCOMPARE(changed.count(), 0);
-    QCOMPARE(p->m_dirty, 0u);
+    QCOMPARE(p->gpuArrays().version(0), points);
 }
 
 void tst_BarPlotter::shrinkingKeepsTheLongerIndexArray()
 {
     std::unique_ptr<BarPlotterProbe> p(BarPlotterProbe::ready(filled(10, 1.0)));
-    p->m_dirty = 0;
+    const quint64 points = p->gpuArrays().version(0);
+    const quint64 indices = p->gpuArrays().version(2);
     p->setData(filled(4, 2.0));
     QCOMPARE(p->m_indices.size(), 60);
     QCOMPARE(p->m_vertexIds.size(), 40);
     QCOMPARE(p->m_points.size(), 16);
-    QCOMPARE(p->m_dirty, DirtyBits::Vertex); // nothing to upload for the indices
+    QVERIFY(p->gpuArrays().version(0) > points);
+    QCOMPARE(p->gpuArrays().version(2), indices); // nothing to upload for the indices
 }
 
 void tst_BarPlotter::growingWritesOnlyTheNewBars()
@@ -159,7 +164,8 @@ void tst_BarPlotter::dataBeforeTheFirstFrameAreOnlyStored()
     QCOMPARE(changed.count(), 1);
     QVERIFY(p.m_points.isEmpty());
     QVERIFY(p.m_indices.isEmpty());
-    QCOMPARE(p.m_dirty, 0u);
+    for (int array = 0; array < p.gpuArrays().count(); ++array)
+        QCOMPARE(p.gpuArrays().version(array), 1u); // as declared: nothing built yet
 }
 
 void tst_BarPlotter::heightIsTheDataMaximum_data()

@@ -1,0 +1,88 @@
+#pragma once
+
+// The GPU copies of a plotter's arrays, one set of buffers per OpenGL share
+// group. Qt Quick windows do not share contexts unless the application asks:
+// a plotter drawn by charts in several windows keeps a copy in each, a window
+// that comes back with a new context starts from nothing, and a copy goes
+// with its share group. Internal: not installed.
+
+#include <QtCore/QHash>
+#include <QtCore/QList>
+#include <QtCore/QMutex>
+#include <QtCore/QObject>
+#include <QtOpenGL/QOpenGLBuffer>
+
+#include <memory>
+
+class QOpenGLContextGroup;
+
+namespace Vexal {
+
+class GpuArrays
+{
+public:
+    // How the buffer of one array is made.
+    struct Slot
+    {
+        QOpenGLBuffer::Type type = QOpenGLBuffer::VertexBuffer;            // vertex or index buffer
+        QOpenGLBuffer::UsagePattern usage = QOpenGLBuffer::DynamicDraw; // upload frequency hint
+    };
+
+    GpuArrays() = default;
+    ~GpuArrays();
+    Q_DISABLE_COPY_MOVE(GpuArrays)
+
+    // Declares the arrays; copies made for earlier declarations are dropped.
+    void setSlots(const QList<Slot> &arrays);
+    int count() const { return int(m_slots.size()); }
+
+    // GUI thread or synchronize step: array i changed, so every share group
+    // uploads it again before its next draw.
+    void markChanged(int i) { ++m_versions[i]; }
+    // How often array i changed: 1 after its declaration.
+    quint64 version(int i) const { return m_versions[i]; }
+
+    // Synchronize step, a context current: uploads array i into the current
+    // share group's buffer unless that copy is up to date. fetch() gives the
+    // bytes (pointer and size) and is called only when an upload is due.
+    template <typename Fetch>
+    void uploadIfStale(int i, Fetch &&fetch)
+    {
+        Copy *copy = current();
+        if (!copy || copy->versions[i] == m_versions[i])
+            return;
+        copy->versions[i] = m_versions[i];
+        const auto [data, bytes] = fetch();
+        copy->bytes[i] = bytes;
+        QOpenGLBuffer &buffer = copy->buffers[i];
+        buffer.bind();
+        buffer.allocate(data, int(bytes));
+        buffer.release();
+    }
+
+    // Render thread, a context current: the current share group's buffer of
+    // array i, created on first use; null without a current context.
+    QOpenGLBuffer *buffer(int i);
+    // Render thread: the bytes that the current share group's buffer of array
+    // i holds, 0 before its first upload.
+    qsizetype uploadedBytes(int i);
+
+private:
+    struct Copy
+    {
+        QList<QOpenGLBuffer> buffers;  // one per slot, created in the group
+        QList<quint64> versions;       // version of each array the buffers hold, 0 = none
+        QList<qsizetype> bytes;        // bytes each buffer holds, 0
+        QMetaObject::Connection watch; // drops the copy when its group goes
+    };
+
+    Copy *current();
+    void forget(const QOpenGLContextGroup *group);
+
+    QList<Slot> m_slots;                                              // one per array
+    QList<quint64> m_versions;                                        // per array, counts its changes from 1
+    QHash<const QOpenGLContextGroup *, std::shared_ptr<Copy>> m_copies; // per live share group
+    QMutex m_mutex;                                                   // render threads of several windows
+};
+
+} // namespace Vexal
