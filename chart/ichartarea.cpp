@@ -243,6 +243,7 @@ void IChartArea::updateArea()
 
 void IChartArea::synchronizePlotters()
 {
+    const IPlotter::FrameScope scope(this);
     // Iterates a copy: a plotter's signals may change the list while it prepares.
     const QList<IPlotter *> plotters = m_plotter;
     for (IPlotter *p : plotters)
@@ -252,6 +253,7 @@ void IChartArea::synchronizePlotters()
 
 void IChartArea::captureFrame()
 {
+    const IPlotter::FrameScope scope(this);
     // The plotters' areas are final once they have prepared (the first
     // preparation builds their arrays and so their heights).
     updateArea();
@@ -278,6 +280,7 @@ void IChartArea::sortLayers()
 
 void IChartArea::renderPlotters()
 {
+    const IPlotter::FrameScope scope(this);
     for (const QList<IPlotter *> &layer : layers) {
         const QList<IPlotter *> plotters = layer; // see synchronizePlotters
         for (IPlotter *p : plotters)

@@ -153,14 +153,15 @@ bool AreaPlotter::__update_vertex()
 
 void AreaPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area)
 {
-    m_frameRect = area;
-    captureUniforms();
+    AreaFrame &frame = frameExtra<AreaFrame>();
+    frame.rect = area;
+    captureUniforms(frame);
     // Kept within the samples: a view far from the data would otherwise give
     // indexes whose doubled vertex counts overflow. A range that would be empty
     // or reversed draws nothing either way.
     const int samples = int(data().size());
-    const int start = std::clamp(__start_index(m_frameRect), 0, samples);
-    const int end = std::clamp(__end_index(m_frameRect), start, samples);
+    const int start = std::clamp(__start_index(frame.rect), 0, samples);
+    const int end = std::clamp(__end_index(frame.rect), start, samples);
     if (layers.size() != 2) {
         SRenderLayerDefinition fill;
         fill.program = QString::fromLatin1(SAreaGradientProgram::Name);
@@ -183,26 +184,27 @@ void AreaPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, co
     border.mode = m_borderEnable ? DrawFlags::Arrays | GL_LINE_STRIP : 0;
 }
 
-void AreaPlotter::captureUniforms()
+void AreaPlotter::captureUniforms(AreaFrame &frame)
 {
     const QRectF area = plotterArea();
     const double sampleWidth = Vexal::CellGrid(area, data().size()).cellWidth();
     QMatrix4x4 matrix;
-    matrix.ortho(m_frameRect);
+    matrix.ortho(frame.rect);
     matrix.translate(Vexal::toFloat(area.left() + xOffset()), 0.0f, 0.0f);
     matrix.scale(Vexal::toFloat(sampleWidth), 1.0f, 1.0f);
     // The gradient runs from the bottom colour at value 0 to the top colour at
     // the top edge.
-    m_frameUniforms = {matrix, m_borderColor, color(), m_enableGradient ? m_gradientColor : color()};
+    frame.uniforms = {matrix, m_borderColor, color(), m_enableGradient ? m_gradientColor : color()};
 }
 
 void AreaPlotter::_update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer)
 {
-    program.setUniformValue("matrix", m_frameUniforms.matrix);
+    const FrameUniforms &uniforms = frameExtra<AreaFrame>().uniforms;
+    program.setUniformValue("matrix", uniforms.matrix);
     if (layer.layer != FillLayer) {
-        program.setUniformValue("color", m_frameUniforms.border);
+        program.setUniformValue("color", uniforms.border);
         return;
     }
-    program.setUniformValue("color_top", m_frameUniforms.top);
-    program.setUniformValue("color_bot", m_frameUniforms.bottom);
+    program.setUniformValue("color_top", uniforms.top);
+    program.setUniformValue("color_bot", uniforms.bottom);
 }

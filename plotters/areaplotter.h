@@ -71,8 +71,11 @@ private:
         QColor top;         // fill colour at the top edge
         QColor bottom;      // fill colour at value 0
     };
-    void captureUniforms();
-
-    QRectF m_frameRect;                       // visible rectangle of the frame being drawn, null
-    FrameUniforms m_frameUniforms;            // uniforms of the frame being drawn
+    // A chart's frame of the area: its visible rectangle and uniforms.
+    struct AreaFrame
+    {
+        QRectF rect;            // visible rectangle, null
+        FrameUniforms uniforms; // worked out with the layers
+    };
+    void captureUniforms(AreaFrame &frame);
 };

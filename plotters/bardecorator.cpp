@@ -358,10 +358,11 @@ void BarDecorator::prepareRender()
     Vexal::GpuArrays &gpu = gpuArrays();
     const qsizetype uploaded = std::min(gpu.uploadedBytes(VertexArray) / qsizetype(sizeof(QVector2D)),
                                         gpu.uploadedBytes(TimeArray) / qsizetype(sizeof(float))) / 4;
-    m_frameHighlights = std::min({m_maxHighlights, int(m_history.size()), int(uploaded)});
+    DecoratorFrame &frame = frameExtra<DecoratorFrame>();
+    frame.highlights = std::min({m_maxHighlights, int(m_history.size()), int(uploaded)});
     // Read here rather than while drawing: the local time reads shared
     // time-zone state that the GUI thread's fade ticks read too.
-    m_frameTime = shaderTimeNow(m_timeScale);
+    frame.time = shaderTimeNow(m_timeScale);
 }
 
 void BarDecorator::uploadStaleArrays()
@@ -378,7 +379,9 @@ void BarDecorator::uploadStaleArrays()
 
 void BarDecorator::render(const QRectF &area)
 {
-    const int highlights = m_frameHighlights;
+    const FrameState &frame = currentFrame().state;
+    const DecoratorFrame &own = frameExtra<DecoratorFrame>();
+    const int highlights = own.highlights;
     if (!frame.visible || highlights <= 0)
         return;
     const int variant = decoratorProgram().variant();
@@ -391,7 +394,7 @@ void BarDecorator::render(const QRectF &area)
     program->bind();
     program->setUniformValue("screen_dy", Vexal::toFloat(2.0 / area.height()));
     program->setUniformValue("color", frame.color);
-    program->setUniformValue("curr_time", m_frameTime);
+    program->setUniformValue("curr_time", own.time);
 
     const bool byLocation = variant == LocationVariant;
     const int point = byLocation ? PointLocation : program->attributeLocation("point");

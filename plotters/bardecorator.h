@@ -54,6 +54,13 @@ protected:
         QTime expiry; // when it started to fade; an hour ahead while it is the newest
     };
 
+    // What a chart's frame of the decorator draws besides the common state.
+    struct DecoratorFrame
+    {
+        int highlights = 0; // highlights the frame shows; 0
+        float time = 0.0f;  // shader clock of the frame; 0
+    };
+
     // Finds the bar under the mouse, updates the highlight and infoMap.
     void updateHover();
     // Makes rect the newest highlight; the previous one starts to fade.
@@ -68,8 +75,6 @@ protected:
     QTimer m_fadeTimer;                    // fade clock, 20 ms, repeating
     int m_maxHighlights = 10;              // highlights kept on the GPU; 10
     float m_timeScale = 100.0f;            // milliseconds per shader time unit; 100
-    int m_frameHighlights = 0;             // highlights the frame being drawn shows; 0
-    float m_frameTime = 0.0f;              // shader clock of the frame being drawn; 0
 
 private:
     void watch(IPlotter *plotter);

@@ -309,6 +309,7 @@ void BarPlotter::uploadStaleArrays()
 
 void BarPlotter::render(const QRectF &area)
 {
+    const FrameState &frame = currentFrame().state;
     const QRectF bars = frame.dataArea;
     if (!frame.visible || !bars.intersects(area))
         return;

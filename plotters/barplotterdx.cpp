@@ -124,8 +124,9 @@ bool BarPlotterDx::__update_index()
 
 void BarPlotterDx::__update_draw_index()
 {
+    PairFrame &frame = frameExtra<PairFrame>();
     const QRectF area = plotterArea();
-    const QRectF shown = area.intersected(m_frameRect);
+    const QRectF shown = area.intersected(frame.rect);
     const int count = barCount();
     double x = area.left();
     int k = 0;
@@ -133,20 +134,21 @@ void BarPlotterDx::__update_draw_index()
         ++k;
         x += widthOf(k - 1);
     }
-    m_drawFirst = std::max(k - 1, 0);
+    frame.drawFirst = std::max(k - 1, 0);
     // Runs at least once when the right edge lies beyond x, but never past the
     // last bar.
     while (k < count && shown.right() > x) {
         x += widthOf(k);
         ++k;
     }
-    m_drawLast = k;
+    frame.drawLast = k;
 }
 
 void BarPlotterDx::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &rect)
 {
-    m_frameRect = rect;
-    captureUniforms();
+    PairFrame &frame = frameExtra<PairFrame>();
+    frame.rect = rect;
+    captureUniforms(frame);
     __update_draw_index();
     if (layers.isEmpty()) {
         SRenderLayerDefinition bars;
@@ -157,26 +159,27 @@ void BarPlotterDx::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, c
         layers.append(bars);
     }
     // For indexed drawing "first" is a byte offset into the index buffer.
-    layers.first().first = qint32(m_drawFirst * IndexBytesPerBar);
-    layers.first().count = (m_drawLast - m_drawFirst) * 6;
+    layers.first().first = qint32(frame.drawFirst * IndexBytesPerBar);
+    layers.first().count = (frame.drawLast - frame.drawFirst) * 6;
 }
 
-void BarPlotterDx::captureUniforms()
+void BarPlotterDx::captureUniforms(PairFrame &frame)
 {
     // The view's left edge relative to the plotter area, split like the vertices'
     // x so that the shader subtracts the large and the small parts separately.
-    const Vexal::SplitDouble left = Vexal::splitDouble(m_frameRect.left() - plotterArea().left());
-    m_frameUniforms = {left.msb, left.lsb, Vexal::toFloat(2.0 / m_frameRect.width()),
-                       Vexal::toFloat(m_frameRect.height() * 0.5), color()};
+    const Vexal::SplitDouble left = Vexal::splitDouble(frame.rect.left() - plotterArea().left());
+    frame.uniforms = {left.msb, left.lsb, Vexal::toFloat(2.0 / frame.rect.width()),
+                      Vexal::toFloat(frame.rect.height() * 0.5), color()};
 }
 
 void BarPlotterDx::_update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &)
 {
-    program.setUniformValue("x_msb", m_frameUniforms.xMsb);
-    program.setUniformValue("x_lsb", m_frameUniforms.xLsb);
-    program.setUniformValue("screen_dx", m_frameUniforms.screenDx);
-    program.setUniformValue("screen_dy", m_frameUniforms.screenDy);
-    program.setUniformValue("color", m_frameUniforms.color);
+    const FrameUniforms &uniforms = frameExtra<PairFrame>().uniforms;
+    program.setUniformValue("x_msb", uniforms.xMsb);
+    program.setUniformValue("x_lsb", uniforms.xLsb);
+    program.setUniformValue("screen_dx", uniforms.screenDx);
+    program.setUniformValue("screen_dy", uniforms.screenDy);
+    program.setUniformValue("color", uniforms.color);
 }
 
 //-----------------------------------------------------------------------------

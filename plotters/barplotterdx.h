@@ -38,8 +38,6 @@ public:
 
     QList<Vertex> m_vertices;   // 4 per bar; sized 4 per double, the tail stays zero; empty
     QList<quint32> m_indexData; // 6 per double (twice the bars); never shrinks; empty
-    int m_drawFirst = 0;        // first bar drawn in the current frame; 0
-    int m_drawLast = 0;         // one past the last bar drawn in the current frame; 0
 
 private:
     // Sum of the widths of bars from..to (both included), 0.0 when from > to.
@@ -60,8 +58,14 @@ private:
         float screenDy = 0.0f; // half the view's height
         QColor color;          // bar colour
     };
-    void captureUniforms();
-
-    QRectF m_frameRect;             // visible rectangle of the frame being drawn, null
-    FrameUniforms m_frameUniforms;  // uniforms of the frame being drawn
+    // A chart's frame of the bars: its visible rectangle, the bars it shows
+    // and its uniforms.
+    struct PairFrame
+    {
+        QRectF rect;            // visible rectangle, null
+        int drawFirst = 0;      // first bar drawn; 0
+        int drawLast = 0;       // one past the last bar drawn; 0
+        FrameUniforms uniforms; // worked out with the layer
+    };
+    void captureUniforms(PairFrame &frame);
 };

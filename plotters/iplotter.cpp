@@ -52,6 +52,10 @@ void IPlotter::noteListedBy(IChartArea *chart)
 
 void IPlotter::forgetChart(const IChartArea *chart)
 {
+    {
+        QMutexLocker locker(&m_framesMutex);
+        m_frames.remove(chart);
+    }
     if (m_chartArea.data() != chart)
         return;
     m_chartArea.clear();
@@ -341,21 +345,49 @@ void IPlotter::uploadDirtyBuffers()
     }
 }
 
+namespace {
+
+// The chart whose frame this thread takes or draws; null outside one.
+thread_local const IChartArea *t_frameChart = nullptr;
+
+} // namespace
+
+IPlotter::FrameScope::FrameScope(const IChartArea *chart)
+    : m_previous(std::exchange(t_frameChart, chart))
+{
+}
+
+IPlotter::FrameScope::~FrameScope()
+{
+    t_frameChart = m_previous;
+}
+
+IPlotter::FrameRecord &IPlotter::currentFrame()
+{
+    QMutexLocker locker(&m_framesMutex);
+    std::shared_ptr<FrameRecord> &record = m_frames[t_frameChart];
+    if (!record)
+        record = std::make_shared<FrameRecord>();
+    return *record;
+}
+
 void IPlotter::captureFrame(const QRectF &visibleRect)
 {
-    frame = {m_visible, m_plotterArea, dataArea(), m_color};
+    FrameRecord &record = currentFrame();
+    record.state = {m_visible, m_plotterArea, dataArea(), m_color};
     if (!m_visible || !visibleRect.intersects(m_plotterArea))
         return;
-    _fetch_render_layers(renderLayers, visibleRect);
-    std::sort(renderLayers.begin(), renderLayers.end(),
+    _fetch_render_layers(record.layers, visibleRect);
+    std::sort(record.layers.begin(), record.layers.end(),
               [](const SRenderLayerDefinition &a, const SRenderLayerDefinition &b) { return a.layer < b.layer; });
 }
 
 void IPlotter::render(const QRectF &area)
 {
-    if (!frame.visible || !area.intersects(frame.plotterArea))
+    const FrameRecord &record = currentFrame();
+    if (!record.state.visible || !area.intersects(record.state.plotterArea))
         return;
-    for (const SRenderLayerDefinition &layer : std::as_const(renderLayers)) {
+    for (const SRenderLayerDefinition &layer : std::as_const(record.layers)) {
         if (layer.count <= 0 || layer.mode == 0)
             continue;
         if (QOpenGLShaderProgram *program = programFor(layer.program))

@@ -95,6 +95,19 @@ public:
     static void buildPrograms();
     static QOpenGLShaderProgram *programFor(const QString &name);
 
+    // Internal: makes chart the chart whose frame this thread takes or draws,
+    // until the scope ends.
+    class FrameScope
+    {
+    public:
+        explicit FrameScope(const IChartArea *chart);
+        ~FrameScope();
+        Q_DISABLE_COPY_MOVE(FrameScope)
+
+    private:
+        const IChartArea *m_previous; // restored at the end of the scope
+    };
+
     // Called by a chart that is going away while this plotter still points at it.
     void forgetChart(const IChartArea *chart);
     // Called by a chart whose plotter list holds this plotter: the plotter
@@ -128,6 +141,28 @@ protected:
         QRectF dataArea;      // the plotter area moved by xOffset
         QColor color;         // the plotter colour
     };
+
+    // What one chart's frames of this plotter draw with: taken in that chart's
+    // synchronize step and read by its draw. A plotter shown by several charts
+    // (in several windows, drawn by several render threads) keeps one each.
+    struct FrameRecord
+    {
+        FrameState state;                     // the GUI-side state, as taken
+        QList<SRenderLayerDefinition> layers; // the frame's render layers, kept between frames
+        std::shared_ptr<void> extra;          // what a subclass takes besides (frameExtra)
+    };
+    // The record of the chart whose frame is being taken or drawn on this
+    // thread (outside a chart's frame: one record of its own).
+    FrameRecord &currentFrame();
+    // A subclass's own part of the current record; each subclass uses one type.
+    template <typename T>
+    T &frameExtra()
+    {
+        FrameRecord &record = currentFrame();
+        if (!record.extra)
+            record.extra = std::make_shared<T>();
+        return *static_cast<T *>(record.extra.get());
+    }
 
     // ---- Subclass hooks of the render pipeline
     virtual QList<SAttributeDefinition> declareArributeArray();
@@ -165,8 +200,6 @@ protected:
     quint32 dirtyFlags = 0;                        // arrays rebuilt but not yet uploaded
     QString programLabel;                          // printed by the base's warnings
     QList<SAttributeDefinition> attributeDefinitions; // declared at initialisation
-    QList<SRenderLayerDefinition> renderLayers;    // kept between frames
-    FrameState frame;                              // taken for the frame being drawn
 
 private:
     void initialize();
@@ -186,5 +219,7 @@ private:
     bool m_showLegend = true;            // listed in legends
     QPointer<IChartArea> m_chartArea;    // the chart drawn into; not owned
     std::unique_ptr<Vexal::GpuArrays> m_gpuArrays; // GPU copies of the arrays, per share group
+    QHash<const IChartArea *, std::shared_ptr<FrameRecord>> m_frames; // frame records per chart
+    QMutex m_framesMutex;                // render threads of several windows reach m_frames
     QList<QPointer<IChartArea>> m_listedBy; // charts whose lists hold this plotter; not owned
 };

@@ -33,6 +33,7 @@ void TestPlotter::setLayers(const QList<SRenderLayerDefinition> &layers)
 
 void TestPlotter::render(const QRectF &area)
 {
+    const FrameState &frame = currentFrame().state;
     if (frame.visible && area.intersects(frame.plotterArea))
         m_renders.ref();
     IPlotter::render(area);
@@ -67,7 +68,7 @@ void TestPlotter::_update_uniforms(QOpenGLShaderProgram &program, const SRenderL
     QMatrix4x4 matrix;
     matrix.ortho(m_visible);
     program.setUniformValue("matrix", matrix);
-    program.setUniformValue("color", frame.color);
+    program.setUniformValue("color", currentFrame().state.color);
 }
 
 SAttributePointer TestPlotter::_fetch_attribute_data(const int &) const

@@ -73,8 +73,9 @@ public:
     }
     void checkFrame(const QRectF &visible) override
     {
-        this->_fetch_render_layers(this->renderLayers, visible);
-        for (const SRenderLayerDefinition &layer : std::as_const(this->renderLayers)) {
+        QList<SRenderLayerDefinition> &layers = this->currentFrame().layers;
+        this->_fetch_render_layers(layers, visible);
+        for (const SRenderLayerDefinition &layer : std::as_const(layers)) {
             if (layer.count <= 0 || layer.mode == 0)
                 continue;
             FUZZ_CHECK(layer.first >= 0);
