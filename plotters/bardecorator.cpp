@@ -83,8 +83,9 @@ QList<ShaderSource> variantSources(int variant)
 // Shared by every decorator.
 ShareGroupProgram &decoratorProgram()
 {
-    static ShareGroupProgram program("BarDecorator", chooseVariant, variantSources);
-    return program;
+    // Never destroyed: its programs live as long as their share groups.
+    static ShareGroupProgram *const program = new ShareGroupProgram("BarDecorator", chooseVariant, variantSources);
+    return *program;
 }
 
 // The shader's clock: time units since midnight.

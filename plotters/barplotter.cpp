@@ -150,8 +150,9 @@ QList<ShaderSource> variantSources(int variant)
 // Shared by every bar plotter.
 ShareGroupProgram &barProgram()
 {
-    static ShareGroupProgram program("BarPlotter", chooseVariant, variantSources);
-    return program;
+    // Never destroyed: its programs live as long as their share groups.
+    static ShareGroupProgram *const program = new ShareGroupProgram("BarPlotter", chooseVariant, variantSources);
+    return *program;
 }
 
 } // namespace

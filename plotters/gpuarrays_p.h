@@ -6,15 +6,10 @@
 // that comes back with a new context starts from nothing, and a copy goes
 // with its share group. Internal: not installed.
 
-#include <QtCore/QHash>
+#include "plotters/persharegroup_p.h"
+
 #include <QtCore/QList>
-#include <QtCore/QMutex>
-#include <QtCore/QObject>
 #include <QtOpenGL/QOpenGLBuffer>
-
-#include <memory>
-
-class QOpenGLContextGroup;
 
 namespace Vexal {
 
@@ -29,7 +24,6 @@ public:
     };
 
     GpuArrays() = default;
-    ~GpuArrays();
     Q_DISABLE_COPY_MOVE(GpuArrays)
 
     // Declares the arrays; copies made for earlier declarations are dropped.
@@ -70,19 +64,16 @@ public:
 private:
     struct Copy
     {
-        QList<QOpenGLBuffer> buffers;  // one per slot, created in the group
-        QList<quint64> versions;       // version of each array the buffers hold, 0 = none
-        QList<qsizetype> bytes;        // bytes each buffer holds, 0
-        QMetaObject::Connection watch; // drops the copy when its group goes
+        QList<QOpenGLBuffer> buffers; // one per slot, created in the group
+        QList<quint64> versions;      // version of each array the buffers hold, 0 = none
+        QList<qsizetype> bytes;       // bytes each buffer holds, 0
     };
 
     Copy *current();
-    void forget(const QOpenGLContextGroup *group);
 
-    QList<Slot> m_slots;                                              // one per array
-    QList<quint64> m_versions;                                        // per array, counts its changes from 1
-    QHash<const QOpenGLContextGroup *, std::shared_ptr<Copy>> m_copies; // per live share group
-    QMutex m_mutex;                                                   // render threads of several windows
+    QList<Slot> m_slots;           // one per array
+    QList<quint64> m_versions;     // per array, counts its changes from 1
+    PerShareGroup<Copy> m_copies;  // the buffers of each share group that drew
 };
 
 } // namespace Vexal

@@ -5,6 +5,7 @@
 #include "core/numeric_p.h"
 #include "plotters/glhelpers_p.h"
 #include "plotters/gpuarrays_p.h"
+#include "plotters/persharegroup_p.h"
 
 #include <QtCore/QDebug>
 #include <QtGui/QOpenGLContext>
@@ -440,27 +441,16 @@ namespace {
 // shares nothing (or that outlives the first) gets its own.
 struct ProgramRegistry
 {
-    using Programs = QHash<QString, QOpenGLShaderProgram *>;
+    using Programs = QHash<QString, std::shared_ptr<QOpenGLShaderProgram>>;
 
     QList<SProgramShaderDefinition *> definitions; // in registration order, names unique
-    QHash<const QOpenGLContextGroup *, Programs> programs; // linked programs per share group
+    Vexal::PerShareGroup<Programs> programs;       // linked programs per share group
     QMutex mutex;                                  // serialises builds from several render threads
 
-    Programs &currentPrograms()
-    {
-        const QOpenGLContext *context = QOpenGLContext::currentContext();
-        QOpenGLContextGroup *group = context ? context->shareGroup() : nullptr;
-        if (group && !programs.contains(group))
-            QObject::connect(group, &QObject::destroyed, group, [this, group] { forget(group); });
-        return programs[group];
-    }
-
-    void forget(const QOpenGLContextGroup *group)
-    {
-        QMutexLocker locker(&mutex);
-        // The GL objects went with the group's last context; only the wrappers remain.
-        qDeleteAll(programs.take(group));
-    }
+    // The current share group's programs, made empty on first use; null
+    // without a current context.
+    Programs *currentPrograms() { return programs.current([] { return std::make_unique<Programs>(); }); }
+    const Programs *builtPrograms() const { return programs.existing(); }
 };
 
 // Lives as long as the process and is never destroyed: the definitions it
@@ -492,31 +482,31 @@ bool IPlotter::programsBuilt()
 {
     ProgramRegistry &reg = registry();
     QMutexLocker locker(&reg.mutex);
-    return !reg.currentPrograms().isEmpty();
+    const ProgramRegistry::Programs *programs = reg.builtPrograms();
+    return programs && !programs->isEmpty();
 }
 
 void IPlotter::buildPrograms()
 {
     ProgramRegistry &reg = registry();
     QMutexLocker locker(&reg.mutex);
-    ProgramRegistry::Programs &programs = reg.currentPrograms();
+    ProgramRegistry::Programs *programs = reg.currentPrograms();
+    if (!programs)
+        return; // no context to build in
     for (SProgramShaderDefinition *definition : std::as_const(reg.definitions)) {
         const QString name = definition->name();
-        if (programs.contains(name))
+        if (programs->contains(name))
             qWarning() << "Skipping" << name << "program shader because already exist another program with that name.";
         // Built on the render thread, so it cannot be a child of the application
         // object; the registry keeps it for as long as its share group lives.
-        auto *program = new QOpenGLShaderProgram;
+        auto program = std::make_shared<QOpenGLShaderProgram>();
         const QList<ShaderSource> sources = definition->shaderSources();
         for (const ShaderSource &source : sources)
             program->addCacheableShaderFromSourceCode(source.stage, source.source);
-        if (program->link()) {
-            delete programs.value(name, nullptr);
-            programs.insert(name, program);
-        } else {
+        if (program->link())
+            programs->insert(name, program);
+        else
             qWarning() << "Cannot compile" << name << "program shader.\nLOG:\n" << qPrintable(program->log());
-            delete program;
-        }
     }
 }
 
@@ -524,5 +514,6 @@ QOpenGLShaderProgram *IPlotter::programFor(const QString &name)
 {
     ProgramRegistry &reg = registry();
     QMutexLocker locker(&reg.mutex);
-    return reg.currentPrograms().value(name, nullptr);
+    const ProgramRegistry::Programs *programs = reg.builtPrograms();
+    return programs ? programs->value(name).get() : nullptr;
 }

@@ -12,38 +12,19 @@ ShareGroupProgram::ShareGroupProgram(const char *ownerName, VariantChooser choos
 {
 }
 
-ShareGroupProgram::~ShareGroupProgram()
-{
-    // Runs at process exit: the wrappers stay (their GL objects may have no
-    // context left to be freed in), only the group watches must not outlive us.
-    for (const Build &build : std::as_const(m_builds))
-        QObject::disconnect(build.groupWatch);
-}
-
 QOpenGLShaderProgram *ShareGroupProgram::acquire()
 {
-    QOpenGLContext *context = QOpenGLContext::currentContext();
-    if (!context)
-        return nullptr;
-    QOpenGLContextGroup *group = context->shareGroup();
-    QMutexLocker locker(&m_mutex);
-    Build &build = m_builds[group];
-    if (!build.program) {
-        build.program = new QOpenGLShaderProgram;
-        build.groupWatch = QObject::connect(group, &QObject::destroyed, [this, group] { forget(group); });
-    }
-    if (!build.program->isLinked())
-        link(*build.program, *context);
-    return build.program;
+    // Contexts of one group may live on several render threads: one links.
+    QMutexLocker locker(&m_linkMutex);
+    QOpenGLShaderProgram *program = m_builds.current([] { return std::make_unique<QOpenGLShaderProgram>(); });
+    if (program && !program->isLinked())
+        link(*program, *QOpenGLContext::currentContext());
+    return program;
 }
 
 QOpenGLShaderProgram *ShareGroupProgram::current() const
 {
-    QOpenGLContext *context = QOpenGLContext::currentContext();
-    if (!context)
-        return nullptr;
-    QMutexLocker locker(&m_mutex);
-    return m_builds.value(context->shareGroup()).program;
+    return m_builds.existing();
 }
 
 void ShareGroupProgram::link(QOpenGLShaderProgram &program, const QOpenGLContext &context)
@@ -57,11 +38,4 @@ void ShareGroupProgram::link(QOpenGLShaderProgram &program, const QOpenGLContext
     if (!program.link())
         qCritical().noquote().nospace() << "Link shader program for " << m_ownerName
                                         << " failed with log:\n" << program.log();
-}
-
-void ShareGroupProgram::forget(const QOpenGLContextGroup *group)
-{
-    QMutexLocker locker(&m_mutex);
-    // The group has freed the GL object already; only the wrapper is left.
-    delete m_builds.take(group).program;
 }

@@ -2,15 +2,11 @@
 
 #include <vexal/sprogramshaderdefinition.h>
 
-#include <QtCore/QHash>
-#include <QtCore/QMutex>
-#include <QtCore/QObject>
+#include "plotters/persharegroup_p.h"
+
+#include <QtOpenGL/QOpenGLShaderProgram>
 
 #include <atomic>
-
-class QOpenGLContext;
-class QOpenGLContextGroup;
-class QOpenGLShaderProgram;
 
 // A shader program that one plotter class builds for itself rather than through
 // the named program registry. It is built lazily on the render thread, once per
@@ -26,7 +22,6 @@ public:
     using VariantSources = QList<ShaderSource> (*)(int variant);
 
     ShareGroupProgram(const char *ownerName, VariantChooser chooseVariant, VariantSources sourcesOf);
-    ~ShareGroupProgram();
     Q_DISABLE_COPY_MOVE(ShareGroupProgram)
 
     // Render thread, with a context current: the program of the current share
@@ -39,19 +34,12 @@ public:
     int variant() const { return m_variant.load(std::memory_order_relaxed); }
 
 private:
-    struct Build
-    {
-        QOpenGLShaderProgram *program = nullptr; // owned; its GL object lives in the group
-        QMetaObject::Connection groupWatch;      // drops the build when the group dies
-    };
-
     void link(QOpenGLShaderProgram &program, const QOpenGLContext &context);
-    void forget(const QOpenGLContextGroup *group);
 
-    const char *m_ownerName;                          // class name printed on link failure
-    VariantChooser m_chooseVariant;                   // picks the variant at each build
-    VariantSources m_sourcesOf;                       // shader stages of a variant
-    QHash<const QOpenGLContextGroup *, Build> m_builds; // one build per live share group
-    mutable QMutex m_mutex;                           // render threads of several windows
-    std::atomic<int> m_variant{0};                    // variant of the latest build, 0
+    const char *m_ownerName;                        // class name printed on link failure
+    VariantChooser m_chooseVariant;                 // picks the variant at each build
+    VariantSources m_sourcesOf;                     // shader stages of a variant
+    Vexal::PerShareGroup<QOpenGLShaderProgram> m_builds; // one build per live share group
+    std::atomic<int> m_variant{0};                  // variant of the latest build, 0
+    QMutex m_linkMutex;                             // one link at a time
 };
