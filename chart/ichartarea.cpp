@@ -20,6 +20,8 @@ IChartArea::IChartArea(QQuickItem *parent)
     , m_gate(std::make_shared<ChartRenderGate>())
 {
     m_gate->chart = this;
+    m_trailingUpdate.setSingleShot(true);
+    connect(&m_trailingUpdate, &QTimer::timeout, this, &IChartArea::requestUpdate);
     // Plotters put value 0 at clip y = +1, which the unmirrored framebuffer
     // shows on the item's bottom edge.
     setMirrorVertically(false);
@@ -206,8 +208,12 @@ void IChartArea::requestUpdate()
     }
     if (updateLocked || !m_shouldUpdate)
         return;
-    if (m_updateIntervalMs != 0 && updateTimer.isValid() && updateTimer.elapsed() < m_updateIntervalMs)
-        return; // dropped, not postponed
+    if (m_updateIntervalMs != 0 && updateTimer.isValid() && updateTimer.elapsed() < m_updateIntervalMs) {
+        // Not drawn now; one redraw at the end of the interval draws the newest state.
+        if (!m_trailingUpdate.isActive())
+            m_trailingUpdate.start(int(m_updateIntervalMs - updateTimer.elapsed()));
+        return;
+    }
     if (!updateTimer.isValid())
         updateTimer.start();
     if (m_updateIntervalMs != 0)

@@ -5,6 +5,7 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QList>
 #include <QtCore/QRectF>
+#include <QtCore/QTimer>
 #include <QtQuick/QQuickFramebufferObject>
 
 #include <array>
@@ -64,7 +65,9 @@ public:
     Q_INVOKABLE void unlock_update();
 
     Renderer *createRenderer() const override;
-    // Throttled redraw request; callable from any thread.
+    // Throttled redraw request; callable from any thread. A request inside the
+    // interval after the last accepted one is not drawn at once, but one redraw
+    // follows at the end of that interval, so the newest state always shows.
     virtual void requestUpdate();
     // The data rectangle that plotters are drawn and hovered in.
     virtual QRectF visibleRect() const;
@@ -125,4 +128,5 @@ private:
     uint m_updateIntervalMs = 25;             // minimum ms between accepted redraws, 0 = no throttle
     std::shared_ptr<ChartRenderGate> m_gate;  // shared with the renderer
     QRectF m_frameRect;                       // visibleRect() as captured for the frame being drawn
+    QTimer m_trailingUpdate;                  // single shot: redraws once at the end of a throttled interval
 };

@@ -54,6 +54,7 @@ private slots:
     void mapPointToChart();
     void throttleDropsRequests_data();
     void throttleDropsRequests();
+    void droppedRequestRedrawsOnceAtTheIntervalEnd();
     void lockedUpdatesNeverRedraw();
     void shouldUpdateFalseNeverRedraws();
     void requestsFromOtherThreadsRunOnTheChartThread();
@@ -272,6 +273,20 @@ void tst_IChartArea::throttleDropsRequests()
         QSKIP("the machine slept past the interval; the outcome would not show the rule");
     chart.requestUpdate();
     QCOMPARE(chart.accepted, intervalMs == 0 || uint(gapMs) > intervalMs ? 2 : 1);
+}
+
+void tst_IChartArea::droppedRequestRedrawsOnceAtTheIntervalEnd()
+{
+    CountingChart chart;
+    chart.setUpdateIntervalMs(100);
+    chart.requestUpdate();
+    chart.requestUpdate(); // inside the interval: not drawn now
+    chart.requestUpdate(); // a burst still asks for one trailing redraw
+    QCOMPARE(chart.accepted, 1);
+    QTRY_COMPARE_WITH_TIMEOUT(chart.accepted, 2, 2000);
+    // Nothing more was asked for: no further redraw follows.
+    QTest::qWait(300);
+    QCOMPARE(chart.accepted, 2);
 }
 
 void tst_IChartArea::lockedUpdatesNeverRedraw()

@@ -54,6 +54,7 @@ private slots:
     void init() { PlotterTest::failOnOpenGLErrors(); }
     void changeShowsAtTheNextFrame_data();
     void changeShowsAtTheNextFrame();
+    void newestDataShowAfterAThrottledBurst();
 };
 
 void tst_LiveProperties::changeShowsAtTheNextFrame_data()
@@ -125,6 +126,21 @@ void tst_LiveProperties::changeShowsAtTheNextFrame()
     QVERIFY(target->setProperty(property.constData(), original));
     image = scene.grab();
     PLOTTER_COMPARE_PIXEL(image, probe, before);
+}
+
+void tst_LiveProperties::newestDataShowAfterAThrottledBurst()
+{
+    VexalTest::QuickScene scene(chartScene(twoBars));
+    QVERIFY(scene.isReady());
+    auto *chart = scene.find<IChartArea>(QStringLiteral("chart"));
+    IPlotter *bars = scene.find<IPlotter>(QStringLiteral("bars"));
+    chart->setUpdateIntervalMs(25);
+    const QPoint probe = pixelOf(10.5, 4.0); // above the blue bars, inside the first red ones
+    bars->setData(QList<double>(20, 10.0));
+    QTest::qWait(5);
+    bars->setData(QList<double>(20, 2.0)); // inside the interval after the first
+    // Frames drawn later show the newest data without any further request.
+    QTRY_VERIFY_WITH_TIMEOUT(VexalTest::sameColor(scene.grab().pixelColor(probe), green), 1000);
 }
 
 VEXAL_GL_TEST_MAIN(tst_LiveProperties)
