@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Side-by-side benchmark of Vexal and Qt Charts on the same long series.
 //
 // The parent process runs every measurement in a child process of its own (so

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Times the decimator's pyramid build for long series against a plain memcpy
 // of the same bytes and prints their ratio, then the moving average and the
 // minimal-width merge on 1e7 values.

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // Internals of the chart item shared by the chart, its renderer and the

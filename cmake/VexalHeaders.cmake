@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The Vexal developers
+# SPDX-License-Identifier: MIT
 # Public headers are included as <vexal/NAME.h>. Each folder names its public
 # headers with vexal_public_headers(); the build writes a forwarding header for
 # each into build/include/vexal, and the install copies the headers themselves

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The Vexal developers
+# SPDX-License-Identifier: MIT
 # cmake --install: the library and its headers for C++ users (find_package(Vexal)),
 # and the QML module in Qt's QML import directory below the prefix: Qt's own
 # directory with the default prefix, <prefix>/lib/<arch>/qt6/qml with another

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The Vexal developers
+# SPDX-License-Identifier: MIT
 # Describes the module's C++ types for Qt's tooling (qmllint, code completion):
 # qmlplugindump loads the built plugin and writes vexal.qmltypes beside it, and
 # this file, run as a script on the dump, puts it in the terms that qmllint

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // n equal cells side by side over an area: the one place where filters and

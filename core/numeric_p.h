@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // Numeric helpers shared by the chart, the plotters and the filters: fuzzy

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // examples/chart.qml: the README's example, run by the install test
 import QtQuick
 import QtQuick.Window

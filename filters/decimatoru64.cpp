@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 #include <vexal/decimatoru64.h>
 
 #include <vexal/ichartarea.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 #include <vexal/barplotterdx.h>
 
 #include <vexal/ichartarea.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // The GPU copies of a plotter's arrays, one set of buffers per OpenGL share

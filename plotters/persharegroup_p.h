@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // One value per OpenGL share group: the module's GPU resources (buffers,

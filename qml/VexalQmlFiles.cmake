@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The Vexal developers
+# SPDX-License-Identifier: MIT
 # The QML components of the module, relative to the source root. Every .qml
 # file becomes a module type of its own name; utils.js is imported by path.
 set(VEXAL_QML_FILES

@@ -1,4 +1,6 @@
 .pragma library
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 
 // The own entries of varObj under a title line, one "  - key:" per line
 // padded with blanks to desiredLength, followed by the value.

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The Vexal developers
+# SPDX-License-Identifier: MIT
 # Shared by the demo and test commands: packages, build and display.
 
 # Debian packages that the build, the tests, the demo and the benchmarks need.
@@ -8,7 +10,7 @@ VEXAL_PACKAGES=(
     qml6-module-qtquick-shapes qml6-module-qtquick-dialogs qml6-module-qtquick-layouts
     qml6-module-qtquick-window qml6-module-qtqml-workerscript qml6-module-qt5compat-graphicaleffects
     qml6-module-qttest qml6-module-qtqml qml6-module-qtqml-models libqt6svg6 qt6-qpa-plugins
-    xvfb xauth libgl1-mesa-dri
+    xvfb xauth libgl1-mesa-dri qml-qt6
     libbenchmark-dev qml6-module-qtcharts qt6-charts-dev
     clang libclang-rt-14-dev
 )
@@ -26,10 +28,15 @@ install_missing_packages() {
     DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
+configure() { # build-dir cmake-flags...
+    local dir=$1; shift
+    cmake -S . -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@" >/dev/null
+}
+
 configure_and_build() { # build-dir cmake-flags...
     local dir=$1; shift
     echo "== building in $dir"
-    cmake -S . -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@" >/dev/null
+    configure "$dir" "$@"
     cmake --build "$dir" -j"$(nproc)"
 }
 

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Vexal developers
+# SPDX-License-Identifier: MIT
 # Installs what is missing, builds the module and runs the demo: in a window
 # when a display is available, otherwise rendered once under Xvfb to a picture
 # whose path is printed. Arguments go to vexal-demo (e.g. --csv FILE).
@@ -7,7 +9,10 @@ cd "$(dirname "$0")/.."
 source tools/common.sh
 
 install_missing_packages
-configure_and_build build
+# Only the demo and the module it loads, not the tests and benchmarks.
+echo "== building the demo in build"
+configure build
+cmake --build build -j"$(nproc)" --target vexal-demo
 export QSG_RHI_BACKEND=opengl
 if [[ -n "${DISPLAY:-}" ]] && xdpyinfo >/dev/null 2>&1; then
     exec build/bin/vexal-demo "$@"

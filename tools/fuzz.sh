@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Vexal developers
+# SPDX-License-Identifier: MIT
 # Builds the libFuzzer targets with clang, replays the inputs that once broke
 # them, then fuzzes each target for SECONDS from its seed corpus.
 #   bash tools/fuzz.sh [SECONDS] [TARGET...]    (30 s and every target by default)

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Vexal developers
+# SPDX-License-Identifier: MIT
 # Runs the soak scene (live data at 1 ms through filters into a chart view that
 # is zoomed, panned, hidden and recoloured) for SECONDS, then checks that no
 # OpenGL error was logged, that memory did not grow and that the frame rate did

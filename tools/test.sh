@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Vexal developers
+# SPDX-License-Identifier: MIT
 # Installs what is missing, builds the module and runs every test under Xvfb:
 # as a normal build (with the benchmark's short mode and a one-minute soak),
 # then with AddressSanitizer and UndefinedBehaviorSanitizer, then the rendering

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Uses the exported classes from C++ and, given a QML file, shows it and checks
 // that the chart drew: vexal-consumer [--qml FILE --expect COLOR]
 #include <vexal/chartarea.h>

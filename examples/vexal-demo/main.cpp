@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // vexal-demo: what the module is for, in one window.
 //   vexal-demo                      interactive window
 //   vexal-demo --csv FILE           loads FILE into the CSV chart instead of the sample

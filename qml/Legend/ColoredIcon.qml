@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 import QtQuick 2.14
 import QtQuick.Controls.Material 2.12
 import Qt5Compat.GraphicalEffects

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the zoomable chart: zoom rectangle rules, height that follows
 // the visible maximum, reset, the start-up reset task and image grabs.
 #include <vexal/chartarea.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Tests of the chart renderer with a current offscreen OpenGL context.
 #include "chart/chartrenderer_p.h"
 #include <vexal/ichartarea.h>

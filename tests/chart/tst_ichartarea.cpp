@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the chart item: properties, plotter list, mapping, throttle,
 // chart rectangle and layer sorting.
 #include <vexal/ichartarea.h>

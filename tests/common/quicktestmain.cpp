@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Qt Quick Test runner for the module's QML-facing behaviour.
 #include "quickscene.h"
 

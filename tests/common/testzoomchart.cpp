@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 #include "testzoomchart.h"
 
 #include "core/numeric_p.h"

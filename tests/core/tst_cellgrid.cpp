@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the cell grid: the cell at an x, a cell's x range, the cells
 // a range of x touches, the nearest boundary, and empty grids.
 #include "core/cellgrid_p.h"

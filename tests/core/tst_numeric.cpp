@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the numeric helpers: fuzzy comparisons, list identity,
 // saturating conversions and the double split of single-precision vertices.
 #include "core/numeric_p.h"

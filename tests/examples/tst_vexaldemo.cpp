@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Runs the demo as a user would: its screenshot shows the four charts with
 // their data, axes and legends where the layout puts them, and bad arguments
 // are answered with a clear message.

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the maximum pyramid: level sizes and groups, values that are
 // negative, NaN or infinite, storage reuse, and the choice of level.
 #include <vexal/decimatorfilter.h>

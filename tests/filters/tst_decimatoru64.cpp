@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the decimating filter: which level reaches the plotters for a
 // chart's pixel width and visible rectangle, and how it follows their changes.
 #include <vexal/decimatoru64.h>

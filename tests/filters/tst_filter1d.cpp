@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the filter tree node: data, area and id flow, index lookups,
 // and the safety rules of the tree (null pointers, cycles, destroyed nodes).
 #include <vexal/filter1d.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the fixed decimator for (width, value) pairs: its fixed write
 // slots, the bounded pair walk and the numPoint setter.
 #include <vexal/fixeddecimator2d.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the fixed decimator for value lists: slices, empty slices,
 // kept cells, the numPoint clamps and the null-area rule.
 #include <vexal/fixeddecimatoru64.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the minimal-width merge of (width, value) pairs and of its
 // mergeWidth dead band.
 #include <vexal/minimalwidth2d.h>

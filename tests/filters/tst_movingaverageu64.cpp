@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the moving average: its running-sum rule with the first value's
 // weighting, the padded output length, and the depth setter.
 #include <vexal/movingaverageu64.h>

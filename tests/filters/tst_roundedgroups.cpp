@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the rounded grouping that the decimating filters share: group
 // ends at round(k * step), empty groups for steps below one, clamps.
 #include "filters/roundedgroups_p.h"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Feeds every filter arbitrary series and parameters through a small tree
 // (root -> filter under test -> child), checking that lookups stay inside the
 // output and that maxima are never negative.

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Feeds the CPU side of every plotter (no OpenGL) arbitrary data, areas,
 // offsets and zooms, rebuilds its arrays, works out its draw ranges and asks
 // it what lies under arbitrary points. Checks that indexes stay in range and

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Reads arbitrary file contents with the CSV reader and checks that it
 // publishes one value per line over an area of count x binWidth.
 #include "fuzzapplication.h"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Process set-up shared by the fuzz targets: an off-screen application object,
 // which chart items need, and a message handler that keeps the module's
 // warnings about refused input from flooding the run.

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Vexal developers
+# SPDX-License-Identifier: MIT
 # Installs the built module under a temporary prefix, builds the C++ consumer
 # example against it, and shows a QML file from outside the source tree that
 # imports the installed module.

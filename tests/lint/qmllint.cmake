@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The Vexal developers
+# SPDX-License-Identifier: MIT
 # Lints the module's QML and JavaScript files and the demo's QML; any
 # warning fails.
 # cmake -DQMLLINT=<qmllint> -DQML_DIR=<module import dir> -DDEMO_QML_DIR=<demo module import dir>

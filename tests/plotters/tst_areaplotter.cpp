@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Tests of the area plotter: its vertices, layers and properties, and the fill
 // and border it draws.
 #include <vexal/areaplotter.h>

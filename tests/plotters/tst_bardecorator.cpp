@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Tests of the bar decorator: hover publishing, highlight history and fade,
 // watched plotters, and that desktop OpenGL 4 draws no highlight.
 #include <vexal/bardecorator.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // The bar decorator's highlight on a context that draws it: OpenGL ES (Mesa
 // offers 3.2, which takes the attribute program bound by name). OpenGL errors
 // are not fatal here: Qt's own OpenGL ES frame (outside the chart's drawing)

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Tests of the bar plotter: its CPU-side arrays and the bars it draws.
 #include <vexal/barplotter.h>
 #include "plotters/gpuarrays_p.h"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Tests of the bars with widths: split-precision vertices, indices, index
 // lookups and draw ranges, and the bars they draw far from x = 0.
 #include <vexal/barplotterdx.h>

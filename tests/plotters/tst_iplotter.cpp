@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the plotter base: properties and their signals, chart
 // attachment, the data setter and the base hooks.
 #include <vexal/ichartarea.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the one-dimensional plotter: index ranges, index under a point,
 // maxima and hover records.
 #include <vexal/ichartarea.h>

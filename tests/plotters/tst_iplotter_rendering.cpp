@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Pixel tests of the plotter render pipeline on the real OpenGL scene graph.
 #include <vexal/iplotter.h>
 #include <vexal/ichartarea.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Every property that changes how a plotter draws takes effect at the next
 // frame, however many frames came before: each is changed after the third
 // frame and then changed back, and a pixel shows both changes.

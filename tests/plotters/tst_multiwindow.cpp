@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Plotters and decorators in several top-level windows, each with an OpenGL
 // context of its own that shares nothing with the others: a plotter moved
 // between charts of different windows, listed by two at once, drawn again

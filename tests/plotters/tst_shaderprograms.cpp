@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Tests of the shader program definitions and the program registry: exact
 // sources, registration, building per share group, failures, and what the
 // "area_gradient" and "hresbar" programs put on the screen.

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Tests of the plugin entry: metadata, type registration and resources.
 #include <vexal/ichartarea.h>
 #include <vexal/iplotter.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // The complete chart view rendered in a window: pixels chosen from the layout
 // (chart area, axis labels, navigator band, legend dots) must show what the
 // layout puts there.

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Vexal developers
+# SPDX-License-Identifier: MIT
 # Runs a test with LeakSanitizer and fails when the test fails or when a leak
 # was allocated by the module's own code. Leaks of Qt, Mesa and the X
 # libraries are suppressed in lsan.supp where they can be named; those of

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Destroys charts, plotters, decorators, filters and sources in every order
 // while the scene renders live data. Nothing may crash, draw or read freed
 // memory, or keep a pointer to what is gone; the sanitizer configuration runs

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Walks the meta-object of every QML type of the module: every writable
 // property is written with an empty list, null, 0, -1, NaN, both infinities,
 // a huge value and a value of the wrong type, then its first value again;

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Shows the soak scene for a given number of seconds and prints, once a
 // second, "soak <second> <frames swapped during it> <resident KiB>" for
 // tools/soak.sh.

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the random data source: the normal histogram and white noise,
 // reset and append, the timer rules and the refused settings.
 #include <vexal/randomu64data.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 // Unit tests of the CSV reader: what each kind of line reads as, the area it
 // publishes, missing files, and a file of ten million lines.
 #include <vexal/scsvreader.h>

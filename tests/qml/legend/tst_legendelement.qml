@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
 import QtQuick 2.15
 import QtQuick.Controls.Material 2.12
 import QtTest 1.15
