@@ -388,91 +388,99 @@ void printResult(const QJsonObject &result)
     fflush(stdout);
 }
 
+// One child's chart: the system's chart in a shown window, prepared for N
+// values, with the peak memory measured from the empty chart on.
+class ChildChart
+{
+public:
+    // False (with the errors printed) when the scene does not load.
+    bool open(System system, qint64 n)
+    {
+        if (system == System::QtCharts)
+            chart = std::make_unique<QtChartsChart>();
+        else
+            chart = std::make_unique<VexalChart>(system == System::Vexal);
+        root = showScene(engine, window, chart->qml());
+        if (!root)
+            return false;
+        clock = std::make_unique<FrameClock>(&window);
+        window.show();
+        clock->waitIdle(300); // window exposed, start-up tasks done
+        chart->prepare(root.get(), n);
+        clock->waitIdle(100);
+        resetPeakMemory();
+        baselineKiB = statusKiB("VmRSS");
+        m_n = n;
+        return true;
+    }
+
+    // N values from seed, with the peer's points built before any timing.
+    QList<double> values(quint64 seed)
+    {
+        QList<double> v = makeValues(m_n, seed);
+        if (auto *peer = dynamic_cast<QtChartsChart *>(chart.get()))
+            peer->preparePoints(v);
+        return v;
+    }
+
+    // Peak resident memory above the empty chart, per sample.
+    double bytesPerSample() const { return double(statusKiB("VmHWM") - baselineKiB) * 1024.0 / double(m_n); }
+
+    // Declared in the order of construction; destroyed clock and item first, engine last.
+    std::unique_ptr<ChartUnderTest> chart; // the system under test
+    QQmlEngine engine;                     // loads the scene
+    QQuickWindow window;                   // 1200 x 600, OpenGL scene graph
+    std::unique_ptr<QQuickItem> root;      // the scene's root item
+    std::unique_ptr<FrameClock> clock;     // times the changes
+    qint64 baselineKiB = 0;                // resident memory of the prepared, empty chart
+
+private:
+    qint64 m_n = 0; // values per list
+};
+
 int runChild(System system, qint64 n, quint64 seed)
 {
-    std::unique_ptr<ChartUnderTest> chart;
-    if (system == System::QtCharts)
-        chart = std::make_unique<QtChartsChart>();
-    else
-        chart = std::make_unique<VexalChart>(system == System::Vexal);
-
-    QQmlEngine engine;
-    QQuickWindow window;
-    const std::unique_ptr<QQuickItem> root = showScene(engine, window, chart->qml());
-    if (!root)
+    ChildChart c;
+    if (!c.open(system, n))
         return 1;
-    FrameClock clock(&window);
-    window.show();
-    clock.waitIdle(300); // window exposed, start-up tasks done
-
-    chart->prepare(root.get(), n);
-    clock.waitIdle(100);
-    resetPeakMemory();
-    const qint64 baselineKiB = statusKiB("VmRSS");
-
-    const QList<double> first = makeValues(n, seed);
-    if (auto *peer = dynamic_cast<QtChartsChart *>(chart.get()))
-        peer->preparePoints(first);
-
+    const QList<double> first = c.values(seed);
     QJsonObject result;
-    result[QStringLiteral("first")] = clock.measure([&] { chart->hand(first); });
+    result[QStringLiteral("first")] = c.clock->measure([&] { c.chart->hand(first); });
     QJsonArray steps;
     for (const auto &[left, width] : zoomScript(double(n)))
-        steps.append(clock.measure([&, l = left, w = width] { chart->showRange(l, w); }));
+        steps.append(c.clock->measure([&, l = left, w = width] { c.chart->showRange(l, w); }));
     result[QStringLiteral("steps")] = steps;
-    const qint64 peakKiB = statusKiB("VmHWM");
-    result[QStringLiteral("bytesPerSample")] = double(peakKiB - baselineKiB) * 1024.0 / double(n);
+    result[QStringLiteral("bytesPerSample")] = c.bytesPerSample();
 
     // Live updates alternate between two lists, so every call changes all N values.
-    chart->showRange(0, double(n));
-    QList<double> second = makeValues(n, seed + 1);
-    if (auto *peer = dynamic_cast<QtChartsChart *>(chart.get()))
-        peer->preparePoints(second);
+    c.chart->showRange(0, double(n));
+    const QList<double> second = c.values(seed + 1);
     QJsonArray live;
     for (int i = 0; i < LiveUpdates; ++i)
-        live.append(clock.measure([&] { chart->hand(i % 2 ? first : second); }));
+        live.append(c.clock->measure([&] { c.chart->hand(i % 2 ? first : second); }));
     result[QStringLiteral("live")] = live;
-    result[QStringLiteral("renderer")] = clock.renderer();
-
+    result[QStringLiteral("renderer")] = c.clock->renderer();
     printResult(result);
     return 0;
 }
 
 // The deep zoom script alone: the first frame, each step of deepZoomScript and
-// the peak resident memory above the empty window over all of them.
+// the peak resident memory over all of them.
 int runDeepChild(System system, qint64 n, quint64 seed)
 {
-    std::unique_ptr<ChartUnderTest> chart;
-    if (system == System::QtCharts)
-        chart = std::make_unique<QtChartsChart>();
-    else
-        chart = std::make_unique<VexalChart>(system == System::Vexal);
-    QQmlEngine engine;
-    QQuickWindow window;
-    const std::unique_ptr<QQuickItem> root = showScene(engine, window, chart->qml());
-    if (!root)
+    ChildChart c;
+    if (!c.open(system, n))
         return 1;
-    FrameClock clock(&window);
-    window.show();
-    clock.waitIdle(300);
-    chart->prepare(root.get(), n);
-    clock.waitIdle(100);
-    resetPeakMemory();
-    const qint64 baselineKiB = statusKiB("VmRSS");
-    const QList<double> values = makeValues(n, seed);
-    if (auto *peer = dynamic_cast<QtChartsChart *>(chart.get()))
-        peer->preparePoints(values);
-
+    const QList<double> values = c.values(seed);
     QJsonObject result;
-    result[QStringLiteral("first")] = clock.measure([&] { chart->hand(values); });
+    result[QStringLiteral("first")] = c.clock->measure([&] { c.chart->hand(values); });
     QJsonArray steps;
     for (const DeepStep &step : deepZoomScript(double(n)))
-        steps.append(clock.measure([&] { chart->showRange(step.left, step.width); }));
+        steps.append(c.clock->measure([&] { c.chart->showRange(step.left, step.width); }));
     result[QStringLiteral("deep")] = steps;
-    const qint64 peakKiB = statusKiB("VmHWM");
-    result[QStringLiteral("peakMiB")] = double(peakKiB) / 1024.0;
-    result[QStringLiteral("bytesPerSample")] = double(peakKiB - baselineKiB) * 1024.0 / double(n);
-    result[QStringLiteral("renderer")] = clock.renderer();
+    result[QStringLiteral("peakMiB")] = double(statusKiB("VmHWM")) / 1024.0;
+    result[QStringLiteral("bytesPerSample")] = c.bytesPerSample();
+    result[QStringLiteral("renderer")] = c.clock->renderer();
     printResult(result);
     return 0;
 }

@@ -202,6 +202,11 @@ void IChartArea::announceVisibleRect()
 
 void IChartArea::requestUpdate()
 {
+    // Changes made while the frame is taken (the rectangles that updateArea
+    // adapts) are drawn by that very frame, and changes made by the accepted
+    // request's own updateArea by the frame it schedules: neither asks again.
+    if (m_gate->capturing || updatingArea)
+        return;
     if (QThread::currentThread() != thread()) {
         // Render-thread or pool-thread callers: the item may only be updated
         // from its own thread.
@@ -211,8 +216,9 @@ void IChartArea::requestUpdate()
     if (updateLocked || !m_shouldUpdate)
         return;
     if (m_updateIntervalMs != 0 && updateTimer.isValid() && updateTimer.elapsed() < m_updateIntervalMs) {
-        // Not drawn now; one redraw at the end of the interval draws the newest state.
-        if (!m_trailingUpdate.isActive())
+        // Not drawn now; one redraw at the end of the interval draws the newest
+        // state, unless a frame not yet taken will draw it anyway.
+        if (!m_gate->framePending && !m_trailingUpdate.isActive())
             m_trailingUpdate.start(int(m_updateIntervalMs - updateTimer.elapsed()));
         return;
     }
@@ -220,13 +226,14 @@ void IChartArea::requestUpdate()
         updateTimer.start();
     if (m_updateIntervalMs != 0)
         updateTimer.restart();
-    // A rectangle that updateArea changes asks for a redraw again. Without a
-    // throttle that nested request would recompute the area once more, and
-    // endlessly for rectangles that never compare equal (NaN).
-    if (!updatingArea) {
+    // A rectangle that updateArea changes asks for a redraw again; that nested
+    // request returns at once (it would otherwise recompute the area endlessly
+    // for rectangles that never compare equal, such as NaN).
+    {
         const QScopedValueRollback<bool> updating(updatingArea, true);
         updateArea();
     }
+    m_gate->framePending = true;
     update();
 }
 
@@ -264,7 +271,10 @@ void IChartArea::captureFrame()
     const IPlotter::FrameScope scope(this);
     // The plotters' areas are final once they have prepared (the first
     // preparation builds their arrays and so their heights).
+    m_gate->framePending = false;
+    m_gate->capturing = true;
     updateArea();
+    m_gate->capturing = false;
     sortLayers();
     m_frameRect = visibleRect();
     const QList<IPlotter *> plotters = m_plotter; // see synchronizePlotters

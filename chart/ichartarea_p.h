@@ -10,6 +10,7 @@
 #include <QtCore/QMetaObject>
 #include <QtCore/QThread>
 
+#include <atomic>
 #include <mutex>
 
 // Shared between a chart and its renderer: the renderer draws only while the
@@ -19,6 +20,8 @@ struct ChartRenderGate
 {
     std::recursive_mutex mutex;  // held while drawing and while the plotter lists change
     IChartArea *chart = nullptr; // null once the chart is being destroyed
+    std::atomic<bool> capturing{false};    // the synchronize step takes the frame: what changes now is drawn
+    std::atomic<bool> framePending{false}; // a redraw was scheduled and its frame not yet taken
 };
 
 namespace Vexal {

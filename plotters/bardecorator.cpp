@@ -370,14 +370,10 @@ void BarDecorator::prepareRender()
 
 void BarDecorator::uploadStaleArrays()
 {
-    const auto bytesOf = [](const auto &list) {
-        return std::pair{static_cast<const void *>(list.constData()),
-                         list.size() * qsizetype(sizeof(*list.constData()))};
-    };
     Vexal::GpuArrays &gpu = gpuArrays();
-    gpu.uploadIfStale(VertexArray, [&] { return bytesOf(m_highlightVertices); });
-    gpu.uploadIfStale(TimeArray, [&] { return bytesOf(m_highlightTimes); });
-    gpu.uploadIfStale(IndexArray, [&] { return bytesOf(m_highlightIndices); });
+    gpu.uploadListIfStale(VertexArray, m_highlightVertices);
+    gpu.uploadListIfStale(TimeArray, m_highlightTimes);
+    gpu.uploadListIfStale(IndexArray, m_highlightIndices);
 }
 
 void BarDecorator::render(const QRectF &area)

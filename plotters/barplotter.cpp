@@ -294,20 +294,12 @@ void BarPlotter::prepareRender()
 void BarPlotter::uploadStaleArrays()
 {
     Vexal::GpuArrays &gpu = gpuArrays();
-    gpu.uploadIfStale(PointArray, [this] {
-        return std::pair{static_cast<const void *>(m_points.constData()), m_points.size() * qsizetype(sizeof(float))};
-    });
+    gpu.uploadListIfStale(PointArray, m_points);
     if (!hasIndices(barProgram().variant()))
         return;
-    gpu.uploadIfStale(IndexArray, [this] {
-        return std::pair{static_cast<const void *>(m_indices.constData()), m_indices.size() * qsizetype(sizeof(quint32))};
-    });
-    if (hasVertexIds(barProgram().variant())) {
-        gpu.uploadIfStale(VertexIdArray, [this] {
-            return std::pair{static_cast<const void *>(m_vertexIds.constData()),
-                             m_vertexIds.size() * qsizetype(sizeof(float))};
-        });
-    }
+    gpu.uploadListIfStale(IndexArray, m_indices);
+    if (hasVertexIds(barProgram().variant()))
+        gpu.uploadListIfStale(VertexIdArray, m_vertexIds);
 }
 
 void BarPlotter::render(const QRectF &area)

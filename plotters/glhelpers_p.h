@@ -13,15 +13,6 @@
 // Helpers of the concrete plotters for their buffers, declarations and draw calls.
 namespace Vexal {
 
-// Replaces the buffer's whole content by the list; the buffer is left unbound.
-template <typename T>
-void uploadWhole(QOpenGLBuffer &buffer, const QList<T> &list)
-{
-    buffer.bind();
-    buffer.allocate(list.constData(), int(list.size() * qsizetype(sizeof(T))));
-    buffer.release();
-}
-
 // One attribute (or index array) declaration of a layered plotter, tightly
 // packed from offset 0 and uploaded under the given plotter mutex.
 inline SAttributeDefinition attributeDefinition(const QString &name, quint32 dirtyMask, QOpenGLBuffer::Type bufferType,

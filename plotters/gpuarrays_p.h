@@ -56,6 +56,15 @@ public:
         buffer.release();
     }
 
+    // The same for an array kept as a list.
+    template <typename T>
+    void uploadListIfStale(int i, const QList<T> &list)
+    {
+        uploadIfStale(i, [&list] {
+            return std::pair{static_cast<const void *>(list.constData()), list.size() * qsizetype(sizeof(T))};
+        });
+    }
+
     // Render thread, a context current: the current share group's buffer of
     // array i, created on first use; null without a current context.
     QOpenGLBuffer *buffer(int i);

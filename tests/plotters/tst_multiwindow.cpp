@@ -27,9 +27,14 @@ const QColor plotterColor(255, 0, 0);
 // A point inside every plotter's drawing below: x 10, half way up to value 5.
 const QPoint inside = pixelOf(10.0, 2.5);
 
-// A plotter of the given kind, red, covering x 0 to 20 up to value 5 once it
-// has a chart (the area plotter takes data only then).
-std::unique_ptr<IPlotter> makePlotter(const QString &kind)
+QList<double> dataFor(const QString &kind)
+{
+    // Pairs: two bars of width 10; one-dimensional: twenty cells.
+    return kind == QLatin1String("pairs") ? QList<double>{10, 5, 10, 5} : QList<double>(20, 5.0);
+}
+
+// A red plotter of the given kind on chart, covering x 0 to 20 up to value 5.
+std::unique_ptr<IPlotter> makePlotter(const QString &kind, IChartArea *chart)
 {
     std::unique_ptr<IPlotter> plotter;
     if (kind == QLatin1String("bars")) {
@@ -44,13 +49,10 @@ std::unique_ptr<IPlotter> makePlotter(const QString &kind)
     }
     plotter->setColor(plotterColor);
     plotter->setPlotterArea(QRectF(0, 0, 20, 1));
+    // Set after the chart: the area plotter takes data only once it has one.
+    plotter->setChartArea(chart);
+    plotter->setData(dataFor(kind));
     return plotter;
-}
-
-QList<double> dataFor(const QString &kind)
-{
-    // Pairs: two bars of width 10; one-dimensional: twenty cells.
-    return kind == QLatin1String("pairs") ? QList<double>{10, 5, 10, 5} : QList<double>(20, 5.0);
 }
 
 // One window with an empty chart.
@@ -117,9 +119,7 @@ void tst_MultiWindow::plotterMovesBetweenWindows()
     Window windows[3];
     for (Window &w : windows)
         QVERIFY(w.scene.isReady());
-    const std::unique_ptr<IPlotter> plotter = makePlotter(kind);
-    plotter->setChartArea(windows[0].chart());
-    plotter->setData(dataFor(kind));
+    const std::unique_ptr<IPlotter> plotter = makePlotter(kind, windows[0].chart());
     // Around all three windows and back to the first, twice.
     for (int step = 0; step < 7; ++step) {
         Window &current = windows[step % 3];
@@ -143,9 +143,7 @@ void tst_MultiWindow::plotterListedInTwoWindows()
     Window first;
     Window second;
     QVERIFY(first.scene.isReady() && second.scene.isReady());
-    const std::unique_ptr<IPlotter> plotter = makePlotter(kind);
-    plotter->setChartArea(first.chart());
-    plotter->setData(dataFor(kind));
+    const std::unique_ptr<IPlotter> plotter = makePlotter(kind, first.chart());
     second.chart()->setPlotter({plotter.get()});
     for (int frame = 0; frame < 3; ++frame) {
         QVERIFY(drawsPlotter(first));
@@ -167,9 +165,7 @@ void tst_MultiWindow::windowClosedAndShownAgain()
     QFETCH(QString, kind);
     Window window;
     QVERIFY(window.scene.isReady());
-    const std::unique_ptr<IPlotter> plotter = makePlotter(kind);
-    plotter->setChartArea(window.chart());
-    plotter->setData(dataFor(kind));
+    const std::unique_ptr<IPlotter> plotter = makePlotter(kind, window.chart());
     QVERIFY(drawsPlotter(window));
     for (int round = 0; round < 2; ++round) {
         window.scene.window().close();
@@ -194,9 +190,7 @@ void tst_MultiWindow::chartReparentedIntoAnotherWindow()
     Window first;
     Window second;
     QVERIFY(first.scene.isReady() && second.scene.isReady());
-    const std::unique_ptr<IPlotter> plotter = makePlotter(kind);
-    plotter->setChartArea(first.chart());
-    plotter->setData(dataFor(kind));
+    const std::unique_ptr<IPlotter> plotter = makePlotter(kind, first.chart());
     QVERIFY(drawsPlotter(first));
     IChartArea *chart = first.chart();
     chart->setParentItem(second.scene.root());
@@ -211,9 +205,7 @@ void tst_MultiWindow::plotterDestroyedWhileAnotherWindowDrawsIt()
     Window first;
     Window second;
     QVERIFY(first.scene.isReady() && second.scene.isReady());
-    auto plotter = makePlotter(QStringLiteral("bars"));
-    plotter->setChartArea(first.chart());
-    plotter->setData(dataFor(QStringLiteral("bars")));
+    auto plotter = makePlotter(QStringLiteral("bars"), first.chart());
     second.chart()->setPlotter({plotter.get()});
     QVERIFY(drawsPlotter(first));
     QVERIFY(drawsPlotter(second));
@@ -229,12 +221,8 @@ void tst_MultiWindow::decoratorMovesBetweenWindows()
     Window first;
     Window second;
     QVERIFY(first.scene.isReady() && second.scene.isReady());
-    const std::unique_ptr<IPlotter> bars = makePlotter(QStringLiteral("bars"));
-    bars->setChartArea(first.chart());
-    bars->setData(dataFor(QStringLiteral("bars")));
-    const std::unique_ptr<IPlotter> otherBars = makePlotter(QStringLiteral("bars"));
-    otherBars->setChartArea(second.chart());
-    otherBars->setData(dataFor(QStringLiteral("bars")));
+    const std::unique_ptr<IPlotter> bars = makePlotter(QStringLiteral("bars"), first.chart());
+    const std::unique_ptr<IPlotter> otherBars = makePlotter(QStringLiteral("bars"), second.chart());
     // Drawn before the bars, highlighting the bar under the mouse at x 15
     // (pixel 150, 80), away from the pixel that the checks read.
     BarDecorator decorator;
