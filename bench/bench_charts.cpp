@@ -725,7 +725,7 @@ int main(int argc, char **argv)
     if (parser.isSet(deep)) {
         if (parser.isSet(shortMode))
             return runDeepParent({100000}, 1, 100000, 100000);
-        return runDeepParent({10000000, 100000000}, std::max(1, parser.value(reps).toInt()), 10000000, 10000000);
+        return runDeepParent({10000000, 100000000}, std::max(1, parser.value(reps).toInt()), 10000000, 100000000);
     }
     if (parser.isSet(shortMode))
         return runParent({100000}, 1, 100000, 100000);

@@ -4,6 +4,9 @@
 
 #include <vexal/ichartarea.h>
 
+#include <cmath>
+#include <limits>
+
 DecimatorU64::DecimatorU64(QObject *parent)
     : Filter1D(parent)
 {
@@ -51,6 +54,17 @@ bool DecimatorU64::_filter_func(const QList<double> &input)
     m_level = std::min(m_level, m_decimator.levelCount() - 1);
     chooseLevel();
     return true;
+}
+
+std::optional<double> DecimatorU64::outputPeak() const
+{
+    const QList<double> &coarsest = m_decimator.level(m_decimator.levelCount() - 1);
+    if (coarsest.size() > 64)
+        return std::nullopt; // not reduced far enough to be cheap to read
+    double peak = std::numeric_limits<double>::quiet_NaN();
+    for (double v : coarsest)
+        peak = std::isnan(peak) || v > peak ? v : peak;
+    return peak;
 }
 
 bool DecimatorU64::chooseLevel()

@@ -32,6 +32,9 @@ public:
 
 protected:
     bool _filter_func(const QList<double> &input) override;
+    // Every level keeps the maxima of the level below: the peak of the
+    // coarsest level is the peak of each.
+    std::optional<double> outputPeak() const override;
 
 private slots:
     // Picks the level for the chart's current width and visible rectangle and

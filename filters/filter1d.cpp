@@ -173,9 +173,19 @@ void Filter1D::_request_data_update()
     const QList<double> output = data();
     for (qsizetype i = 0; i < m_filters.size(); ++i)
         m_filters.at(i)->setData(output);
-    for (qsizetype i = 0; i < m_plotters.size(); ++i)
-        m_plotters.at(i)->setData(output);
+    const std::optional<double> peak = outputPeak();
+    for (qsizetype i = 0; i < m_plotters.size(); ++i) {
+        if (peak)
+            m_plotters.at(i)->setDataWithPeak(output, *peak);
+        else
+            m_plotters.at(i)->setData(output);
+    }
     emit dataChanged();
+}
+
+std::optional<double> Filter1D::outputPeak() const
+{
+    return std::nullopt;
 }
 
 const QList<double> &Filter1D::originalData() const

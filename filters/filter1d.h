@@ -8,6 +8,8 @@
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
 #include <QtCore/QRectF>
+
+#include <optional>
 #include <QtCore/QString>
 
 class IPlotter1D;
@@ -66,6 +68,9 @@ protected:
 
     // Hands the output to every child and plotter, then emits dataChanged.
     void _request_data_update();
+    // The largest value of the output (NaN ignored) when this node knows it
+    // without reading the output, so that plotters need not read it either.
+    virtual std::optional<double> outputPeak() const;
     // The input of this node: the parent's output, or this node's own output.
     const QList<double> &originalData() const;
     const Filter1D *parentFilter() const { return m_parentFilter.data(); }

@@ -5,9 +5,12 @@
 #include <vexal/ichartarea.h>
 #include <vexal/sareagradientprogram.h>
 #include "plotters/glhelpers_p.h"
+#include "plotters/gpuarrays_p.h"
+#include "plotters/plotterframes_p.h"
 #include "core/cellgrid_p.h"
 
 #include <QtGui/QMatrix4x4>
+#include <QtGui/QVector2D>
 #include <QtOpenGL/QOpenGLShaderProgram>
 
 #include <algorithm>
@@ -115,11 +118,12 @@ QList<SAttributeDefinition> AreaPlotter::declareArributeArray()
 
 SAttributePointer AreaPlotter::_fetch_attribute_data(const int &index) const
 {
+    const Vexal::AreaFrame &frame = areaFrame();
     switch (index) {
     case FillAttribute:
-        return bytesOf(m_areaVertices);
+        return bytesOf(frame.fill);
     case BorderAttribute:
-        return bytesOf(m_borderVertices);
+        return bytesOf(frame.border);
     default:
         return SAttributePointer();
     }
@@ -127,26 +131,26 @@ SAttributePointer AreaPlotter::_fetch_attribute_data(const int &index) const
 
 bool AreaPlotter::__update_vertex()
 {
-    const QList<double> &values = data();
-    const qsizetype n = values.size();
-    // Only the first 2n fill vertices are written; the zero tail is uploaded too.
-    m_areaVertices.clear();
-    m_areaVertices.resize(4 * n);
-    m_borderVertices.clear();
-    m_borderVertices.resize(n);
-    double maximum = 0.0;
-    for (qsizetype i = 0; i < n; ++i) {
-        const QVector2D top(float(i), Vexal::toFloat(values[i]));
-        m_areaVertices[2 * i] = QVector2D(float(i), 0.0f);
-        m_areaVertices[2 * i + 1] = top;
-        m_borderVertices[i] = top;
-        if (values[i] > maximum)
-            maximum = values[i];
+    setPlotterAreaHeight(dataMaximum());
+    // Nothing to upload yet: each chart rebuilds its window at its next frame.
+    return false;
+}
+
+void AreaPlotter::rebuildWindowVertices(Vexal::AreaFrame &frame)
+{
+    const Vexal::SampleWindow &window = frame.window;
+    const Vexal::ItemSeries samples = items();
+    frame.fill.resize(2 * window.size());
+    frame.border.resize(window.size());
+    for (qsizetype k = 0; k < window.size(); ++k) {
+        const double peak = peaks().peak(samples, dataStamp(), window.level, window.first + k);
+        const QVector2D top(float(k), Vexal::toFloat(peak));
+        frame.fill[2 * k] = QVector2D(float(k), 0.0f);
+        frame.fill[2 * k + 1] = top;
+        frame.border[k] = top;
     }
-    setPlotterAreaHeight(maximum);
-    // The fill's bit is set by the data setter when this returns true.
-    dirtyFlags |= BorderDirty;
-    return true;
+    gpuArrays().markChanged(FillAttribute);
+    gpuArrays().markChanged(BorderAttribute);
 }
 
 //-----------------------------------------------------------------------------
@@ -155,15 +159,17 @@ bool AreaPlotter::__update_vertex()
 
 void AreaPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area)
 {
-    AreaFrame &frame = frameExtra<AreaFrame>();
+    Vexal::AreaFrame &frame = areaFrame();
     frame.rect = area;
+    const Vexal::CellRange visible = visibleCells(frame.rect);
+    if (followWindow(frame.window, visible, sampleWidth() * pixelsPerUnit(area)))
+        rebuildWindowVertices(frame);
+    // One vertex past the visible ones where there is one: the curve runs on
+    // to the next sample instead of ending a cell short of the view's edge.
+    const Vexal::CellRange groups = frame.window.groupsOf(visible);
+    const int first = int(frame.window.first);
+    const Vexal::CellRange drawn = Vexal::CellRange{groups.first - first, groups.last - first + 1}.clampedTo(frame.window.size());
     captureUniforms(frame);
-    // Kept within the samples: a view far from the data would otherwise give
-    // indexes whose doubled vertex counts overflow. A range that would be empty
-    // or reversed draws nothing either way.
-    const int samples = int(data().size());
-    const int start = std::clamp(__start_index(frame.rect), 0, samples);
-    const int end = std::clamp(__end_index(frame.rect), start, samples);
     if (layers.size() != 2) {
         SRenderLayerDefinition fill;
         fill.program = QString::fromLatin1(SAreaGradientProgram::Name);
@@ -177,36 +183,48 @@ void AreaPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, co
     }
     // Every frame takes the ranges of the view and the border as it is set now,
     // so that switching the border or changing its width shows at once.
-    layers[FillLayer].first = 2 * start;
-    layers[FillLayer].count = 2 * (end - start);
+    layers[FillLayer].first = 2 * drawn.first;
+    layers[FillLayer].count = 2 * drawn.size();
     SRenderLayerDefinition &border = layers[BorderLayer];
-    border.first = start;
-    border.count = end - start;
+    border.first = drawn.first;
+    border.count = drawn.size();
     border.lineWidth = float(m_borderWidth);
     border.mode = m_borderEnable ? DrawFlags::Arrays | GL_LINE_STRIP : 0;
 }
 
-void AreaPlotter::captureUniforms(AreaFrame &frame)
+Vexal::AreaFrame &AreaPlotter::areaFrame() const
 {
-    const QRectF area = plotterArea();
-    const double sampleWidth = Vexal::CellGrid(area, data().size()).cellWidth();
+    return frameExtra<Vexal::AreaFrame>();
+}
+
+void AreaPlotter::captureUniforms(Vexal::AreaFrame &frame)
+{
+    // x runs from the window's left edge in groups; worked out in double
+    // precision so that deep zooms into long series stay exact.
+    const Vexal::CellGrid grid(dataArea(), data().size());
+    const double groupWidth = grid.cellWidth() * double(frame.window.groupSize());
+    const double windowLeft = grid.cellLeft(frame.window.first * frame.window.groupSize());
+    const QRectF &rect = frame.rect;
     QMatrix4x4 matrix;
-    matrix.ortho(frame.rect);
-    matrix.translate(Vexal::toFloat(area.left() + xOffset()), 0.0f, 0.0f);
-    matrix.scale(Vexal::toFloat(sampleWidth), 1.0f, 1.0f);
+    matrix.ortho(rect);
+    matrix(0, 0) = Vexal::toFloat(2.0 * groupWidth / rect.width());
+    matrix(0, 3) = Vexal::toFloat(2.0 * (windowLeft - rect.left()) / rect.width() - 1.0);
     // The gradient runs from the bottom colour at value 0 to the top colour at
     // the top edge.
-    frame.uniforms = {matrix, m_borderColor, color(), m_enableGradient ? m_gradientColor : color()};
+    frame.matrix = matrix;
+    frame.borderColor = m_borderColor;
+    frame.top = color();
+    frame.bottom = m_enableGradient ? m_gradientColor : color();
 }
 
 void AreaPlotter::_update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer)
 {
-    const FrameUniforms &uniforms = frameExtra<AreaFrame>().uniforms;
-    program.setUniformValue("matrix", uniforms.matrix);
+    const Vexal::AreaFrame &frame = areaFrame();
+    program.setUniformValue("matrix", frame.matrix);
     if (layer.layer != FillLayer) {
-        program.setUniformValue("color", uniforms.border);
+        program.setUniformValue("color", frame.borderColor);
         return;
     }
-    program.setUniformValue("color_top", uniforms.top);
-    program.setUniformValue("color_bot", uniforms.bottom);
+    program.setUniformValue("color_top", frame.top);
+    program.setUniformValue("color_bot", frame.bottom);
 }

@@ -4,14 +4,15 @@
 
 #include <vexal/iplotter1d.h>
 
-#include <QtGui/QMatrix4x4>
+namespace Vexal { struct AreaFrame; }
 
-#include <QtGui/QVector2D>
 
 // Draws a series as a filled area between value 0 and the curve through the
 // values, with an optional border line along the curve and an optional
-// vertical colour gradient in the fill. Sample i stands at x = i; a matrix maps
-// it onto the plotter area and the chart rectangle.
+// vertical colour gradient in the fill. Sample i stands at the left edge of
+// its cell. Each chart that shows the area keeps vertices for a window of
+// samples around its view; where samples are narrower than a pixel it draws
+// groups of samples at their peak.
 class VEXAL_EXPORT AreaPlotter : public IPlotter1D
 {
     Q_OBJECT
@@ -54,9 +55,9 @@ protected:
     void _update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer) override;
     SAttributePointer _fetch_attribute_data(const int &index) const override;
     void _fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area) override;
+    // The current chart's frame: its window of samples, their vertices and uniforms.
+    Vexal::AreaFrame &areaFrame() const;
 
-    QList<QVector2D> m_areaVertices;    // fill strip (i, 0), (i, v_i), zero tail up to 4 per sample; empty
-    QList<QVector2D> m_borderVertices;  // border line strip (i, v_i); empty
 
 private:
     double m_borderWidth = 3.0;               // border line width in pixels
@@ -64,20 +65,6 @@ private:
     bool m_borderEnable = true;               // draw the border line
     bool m_enableGradient = false;            // fill from gradientColor at value 0 to the plotter colour
     QColor m_gradientColor{7, 203, 242, 255}; // fill colour at value 0 when the gradient is on
-    // The uniforms of the frame being drawn, worked out with its layers while
-    // the GUI thread is blocked.
-    struct FrameUniforms
-    {
-        QMatrix4x4 matrix;  // sample index and value to clip space
-        QColor border;      // border line colour
-        QColor top;         // fill colour at the top edge
-        QColor bottom;      // fill colour at value 0
-    };
-    // A chart's frame of the area: its visible rectangle and uniforms.
-    struct AreaFrame
-    {
-        QRectF rect;            // visible rectangle, null
-        FrameUniforms uniforms; // worked out with the layers
-    };
-    void captureUniforms(AreaFrame &frame);
+    void captureUniforms(Vexal::AreaFrame &frame);
+    void rebuildWindowVertices(Vexal::AreaFrame &frame);
 };

@@ -5,8 +5,7 @@
 #include "plotters/glhelpers_p.h"
 #include "plotters/gpuarrays_p.h"
 #include "plotters/sharegroupprogram_p.h"
-#include "core/cellgrid_p.h"
-#include "core/numeric_p.h"
+#include "plotters/plotterframes_p.h"
 #include "core/cellgrid_p.h"
 #include "core/numeric_p.h"
 
@@ -167,8 +166,8 @@ BarPlotter::BarPlotter(QObject *parent)
     : IPlotter1D(parent)
 {
     gpuArrays().setSlots({{QOpenGLBuffer::VertexBuffer, QOpenGLBuffer::DynamicDraw},
-                          {QOpenGLBuffer::VertexBuffer, QOpenGLBuffer::StaticDraw},
-                          {QOpenGLBuffer::IndexBuffer, QOpenGLBuffer::StaticDraw}});
+                          {QOpenGLBuffer::VertexBuffer, QOpenGLBuffer::DynamicDraw},
+                          {QOpenGLBuffer::IndexBuffer, QOpenGLBuffer::DynamicDraw}});
 }
 
 BarPlotter::~BarPlotter()
@@ -183,10 +182,9 @@ void BarPlotter::setData(const QList<double> &values)
     if (Vexal::sameData(data(), values))
         return;
     m_data = values;
-    if (m_glReady) {
-        rebuildPoints();
-        rebuildIndices();
-    }
+    markDataReplaced();
+    if (m_glReady)
+        updateHeight();
     emit dataChanged();
     requestChartUpdate();
 }
@@ -194,7 +192,7 @@ void BarPlotter::setData(const QList<double> &values)
 void BarPlotter::setPlotterArea(const QRectF &area)
 {
     QRectF stored = area;
-    // Once the arrays exist the height is the data maximum, not the caller's.
+    // Once the first frame was prepared the height is the data maximum, not the caller's.
     if (m_glReady)
         stored.setHeight(plotterArea().height());
     storePlotterArea(stored);
@@ -210,67 +208,73 @@ QRectF BarPlotter::area_at(const QPointF &point) const
     return Vexal::CellGrid(dataArea(), values.size()).cellRect(index, values[index]);
 }
 
-//-----------------------------------------------------------------------------
-// [SECTION] CPU-side arrays
-//-----------------------------------------------------------------------------
-
-void BarPlotter::rebuildPoints()
+Vexal::BarFrame &BarPlotter::barFrame() const
 {
-    gpuArrays().markChanged(PointArray);
-    QMutexLocker locker(&dataMutex);
-    const QList<double> &values = data();
-    const int variant = barProgram().variant();
-    double maximum = 0.0;
-    const qsizetype perBar = pointsPerBar(variant);
-    if (perBar == 4) {
-        m_points.clear();
-        m_points.resize(values.size() * 4);
-        float *corners = m_points.data();
-        for (qsizetype k = 0; k < values.size(); ++k) {
-            const double v = values[k];
-            corners[4 * k + 2] = corners[4 * k + 3] = Vexal::toFloat(v);
-            if (v > maximum)
-                maximum = v;
-        }
-    } else if (perBar == 1) {
-        m_points.clear();
-        maximum = values.isEmpty() ? 0.0 : values.first();
-        for (double v : values) {
-            m_points.append(Vexal::toFloat(v));
-            if (v > maximum)
-                maximum = v;
-        }
-    }
-    setPlotterAreaHeight(maximum);
+    return frameExtra<Vexal::BarFrame>();
 }
 
-void BarPlotter::rebuildIndices()
+void BarPlotter::updateHeight()
 {
+    setPlotterAreaHeight(dataMaximum());
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Window arrays (synchronize step)
+//-----------------------------------------------------------------------------
+
+void BarPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &, const QRectF &area)
+{
+    Vexal::BarFrame &frame = barFrame();
+    const qsizetype count = data().size();
+    const Vexal::CellGrid grid(dataArea(), count);
+    const Vexal::CellRange visible = visibleCells(area);
+    if (followWindow(frame.window, visible, grid.cellWidth() * pixelsPerUnit(area)))
+        rebuildWindowArrays(frame);
+    const Vexal::CellRange groups = frame.window.groupsOf(visible);
+    const int first = int(frame.window.first);
+    frame.drawn = Vexal::CellRange{groups.first - first, groups.last - first}.clampedTo(frame.window.size());
+    frame.groupWidth = grid.cellWidth() * double(frame.window.groupSize());
+    frame.left = grid.cellLeft(frame.window.first * frame.window.groupSize());
+}
+
+void BarPlotter::rebuildWindowArrays(Vexal::BarFrame &frame)
+{
+    const Vexal::SampleWindow &window = frame.window;
     const int variant = barProgram().variant();
-    if (!hasIndices(variant))
-        return;
-    const qsizetype bars = data().size();
-    const qsizetype indexed = m_indices.size();
-    if (indexed > bars * 6)
-        return; // never shrinks: the draw range keeps to the bars that exist
-    gpuArrays().markChanged(IndexArray);
-    gpuArrays().markChanged(VertexIdArray);
-    const qsizetype first = indexed / 6;
-    m_indices.resize(bars * 6);
-    quint32 *indices = m_indices.data();
-    for (qsizetype k = first; k < bars; ++k) {
+    const qsizetype perBar = pointsPerBar(variant);
+    const qsizetype bars = window.size();
+    const qsizetype items = data().size();
+    frame.points.fill(0.0f, bars * perBar);
+    for (qsizetype k = 0; k < bars; ++k) {
+        const float top = Vexal::toFloat(peaks().peak(this->items(), dataStamp(), window.level, window.first + k));
+        std::fill_n(frame.points.data() + k * perBar + perBar / 2, perBar - perBar / 2, top);
+    }
+    frame.indices.resize(hasIndices(variant) ? bars * 6 : 0);
+    for (qsizetype k = 0; k < frame.indices.size() / 6; ++k) {
         const quint32 corner = quint32(4 * k);
         const quint32 bar[6] = {corner + 1, corner + 2, corner, corner + 1, corner + 2, corner + 3};
-        std::copy(bar, bar + 6, indices + 6 * k);
+        std::copy(bar, bar + 6, frame.indices.data() + 6 * k);
     }
-    if (!hasVertexIds(variant))
-        return;
-    m_vertexIds.resize(bars * 4);
-    float *ids = m_vertexIds.data();
-    for (qsizetype k = first; k < bars; ++k) {
-        ids[4 * k] = ids[4 * k + 2] = float(k);
-        ids[4 * k + 1] = ids[4 * k + 3] = float(k + 1);
+    frame.vertexIds.resize(hasVertexIds(variant) ? bars * 4 : 0);
+    for (qsizetype k = 0; k < frame.vertexIds.size() / 4; ++k) {
+        // The last group of a level may hold fewer bars: its right edge is the data's.
+        const double groupEnd = std::min<double>(double(window.first + k + 1) * double(window.groupSize()), double(items));
+        const float right = float(groupEnd / double(window.groupSize()) - double(window.first));
+        float *ids = frame.vertexIds.data() + 4 * k;
+        ids[0] = ids[2] = float(k);
+        ids[1] = ids[3] = right;
     }
+    for (int array : {PointArray, VertexIdArray, IndexArray})
+        gpuArrays().markChanged(array);
+}
+
+void BarPlotter::uploadFrameArrays()
+{
+    const Vexal::BarFrame &frame = barFrame();
+    Vexal::GpuArrays &gpu = gpuArrays();
+    gpu.uploadListIfStale(PointArray, frame.points);
+    gpu.uploadListIfStale(IndexArray, frame.indices);
+    gpu.uploadListIfStale(VertexIdArray, frame.vertexIds);
 }
 
 //-----------------------------------------------------------------------------
@@ -279,58 +283,34 @@ void BarPlotter::rebuildIndices()
 
 void BarPlotter::prepareRender()
 {
-    QOpenGLShaderProgram *program = barProgram().acquire();
+    barProgram().acquire();
     if (!m_glReady) {
         m_glReady = true;
-        rebuildPoints();
-        rebuildIndices();
+        updateHeight();
     }
-    if (!visible() || !program)
-        return;
-    program->bind();
-    uploadStaleArrays();
-}
-
-void BarPlotter::uploadStaleArrays()
-{
-    Vexal::GpuArrays &gpu = gpuArrays();
-    gpu.uploadListIfStale(PointArray, m_points);
-    if (!hasIndices(barProgram().variant()))
-        return;
-    gpu.uploadListIfStale(IndexArray, m_indices);
-    if (hasVertexIds(barProgram().variant()))
-        gpu.uploadListIfStale(VertexIdArray, m_vertexIds);
 }
 
 void BarPlotter::render(const QRectF &area)
 {
-    const FrameState &frame = currentFrame().state;
-    const QRectF bars = frame.dataArea;
-    if (!frame.visible || !bars.intersects(area))
+    const FrameRecord &record = currentFrame();
+    const FrameState &state = record.state;
+    if (!state.visible || !state.dataArea.intersects(area))
         return;
+    const Vexal::BarFrame &frame = barFrame();
     QOpenGLShaderProgram *program = barProgram().current();
-    const qsizetype perBar = pointsPerBar(barProgram().variant());
-    if (!program || perBar == 0)
+    if (!program || pointsPerBar(barProgram().variant()) == 0 || frame.drawn.isEmpty())
         return;
-    Vexal::GpuArrays &gpu = gpuArrays();
-    // The bars this window's copy holds: another window may hold newer data.
-    const int barCount = int(gpu.uploadedBytes(PointArray) / (perBar * qsizetype(sizeof(float))));
-    const Vexal::CellGrid grid(bars, barCount);
-    const double width = grid.cellWidth();
-    const QRectF shown = bars.intersected(area);
-    const Vexal::CellRange drawn = grid.cellsBetween(shown.left(), shown.right()).clampedTo(barCount);
-    if (drawn.isEmpty())
-        return;
-    const int first = drawn.first;
-    const int last = drawn.last;
+    const int first = frame.drawn.first;
+    const int last = frame.drawn.last;
 
     program->bind();
-    program->setUniformValue("bar_color", frame.color);
-    program->setUniformValue("screen_dx", Vexal::toFloat(2.0 * width / area.width()));
-    program->setUniformValue("screen_x", Vexal::toFloat(2.0 * (bars.left() - area.left()) / area.width() - 1.0));
+    program->setUniformValue("bar_color", state.color);
+    program->setUniformValue("screen_dx", Vexal::toFloat(2.0 * frame.groupWidth / area.width()));
+    program->setUniformValue("screen_x", Vexal::toFloat(2.0 * (frame.left - area.left()) / area.width() - 1.0));
     program->setUniformValue("screen_dy", Vexal::toFloat(area.height() * 0.5));
     bindAttributes(*program);
     QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
+    Vexal::GpuArrays &gpu = gpuArrays();
     if (hasIndices(barProgram().variant())) {
         gpu.buffer(IndexArray)->bind();
         const qintptr firstByte = qintptr(first) * 6 * qintptr(sizeof(quint32));

@@ -6,10 +6,14 @@
 
 #include <QtOpenGL/QOpenGLBuffer>
 
+namespace Vexal { struct BarFrame; }
+
 // Draws a series as adjacent bars of equal width standing on value 0, all in
-// the plotter colour. It keeps its own arrays (uploaded through the plotters'
-// per-share-group GPU arrays) and a program shared by every bar plotter
-// instead of using the render-layer pipeline.
+// the plotter colour. Each chart that shows it keeps arrays for a window of
+// bars around its view (uploaded through the plotters' GPU arrays), and where
+// bars are narrower than a pixel it draws groups of bars at their peak. It
+// uses a program shared by every bar plotter instead of the render-layer
+// pipeline.
 class VEXAL_EXPORT BarPlotter : public IPlotter1D
 {
     Q_OBJECT
@@ -25,20 +29,17 @@ public:
     void setData(const QList<double> &data) override;
 
 protected:
-    // Writes the "point" attribute and sets the plotter area's height to the
-    // data maximum (never below 0).
-    void rebuildPoints();
-    // Writes indices and vertex ids of the bars not yet indexed; the arrays
-    // never shrink.
-    void rebuildIndices();
+    // Sets the plotter area's height to the data maximum (never below 0).
+    void updateHeight();
+    void _fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area) override;
+    void uploadFrameArrays() override;
+    // The current chart's frame: its window of bars and their arrays.
+    Vexal::BarFrame &barFrame() const;
 
-    QList<float> m_points;        // "point" attribute, 4 per bar (1 in the geometry variant); empty
-    QList<float> m_vertexIds;     // "vertexID" attribute, 4 per bar; empty
-    QList<quint32> m_indices;     // two triangles per bar, 6 indices; empty
-    bool m_glReady = false;       // arrays built once, at the first frame; false
+    bool m_glReady = false;       // the first frame was prepared: the height follows the data; false
 
 private:
-    void uploadStaleArrays();
+    void rebuildWindowArrays(Vexal::BarFrame &frame);
     void bindAttributes(QOpenGLShaderProgram &program);
     void releaseAttributes(QOpenGLShaderProgram &program);
 };

@@ -6,6 +6,8 @@
 #include <vexal/shresbarprogram.h>
 #include "plotters/glhelpers_p.h"
 #include "core/cellgrid_p.h"
+#include "plotters/gpuarrays_p.h"
+#include "plotters/plotterframes_p.h"
 
 #include <QtOpenGL/QOpenGLShaderProgram>
 
@@ -26,6 +28,9 @@ constexpr qintptr IndexBytesPerBar = 6 * qintptr(sizeof(quint32));
 BarPlotterDx::BarPlotterDx(QObject *parent)
     : IPlotter1D(parent)
 {
+    // Items are the bars: the value of each width/value pair.
+    itemStride = 2;
+    itemOffset = 1;
 }
 
 BarPlotterDx::~BarPlotterDx()
@@ -41,12 +46,46 @@ void BarPlotterDx::setPlotterArea(const QRectF &area)
     storePlotterArea(stored);
 }
 
+const QList<double> &BarPlotterDx::edges() const
+{
+    if (m_edgesStamp == dataStamp())
+        return m_edges;
+    m_edgesStamp = dataStamp();
+    const int count = barCount();
+    m_edges.resize(count + 1);
+    double x = 0.0;
+    for (int k = 0; k < count; ++k) {
+        m_edges[k] = x;
+        x += widthOf(k);
+    }
+    m_edges[count] = x;
+    return m_edges;
+}
+
+int BarPlotterDx::firstEdgeAtOrAfter(double x, int from) const
+{
+    // Binary search: widths are meant to be positive, so the edges ascend.
+    const QList<double> &e = edges();
+    int low = std::min(from, barCount());
+    int high = barCount();
+    while (low < high) {
+        const int middle = low + (high - low) / 2;
+        if (e[middle] >= x)
+            high = middle;
+        else
+            low = middle + 1;
+    }
+    return low;
+}
+
 double BarPlotterDx::__dx_from_to(int from, int to) const
 {
-    double sum = 0.0;
-    for (int i = from; i <= to; ++i)
-        sum += widthOf(i);
-    return sum;
+    return from > to ? 0.0 : edges()[to + 1] - edges()[from];
+}
+
+Vexal::PairFrame &BarPlotterDx::pairFrame() const
+{
+    return frameExtra<Vexal::PairFrame>();
 }
 
 //-----------------------------------------------------------------------------
@@ -58,16 +97,17 @@ QList<SAttributeDefinition> BarPlotterDx::declareArributeArray()
     return {Vexal::attributeDefinition(QStringLiteral("vertex"), DirtyBits::Vertex, QOpenGLBuffer::VertexBuffer,
                                        QOpenGLBuffer::DynamicDraw, GL_FLOAT, 3, &dataMutex),
             Vexal::attributeDefinition(QStringLiteral("index"), DirtyBits::Index, QOpenGLBuffer::IndexBuffer,
-                                       QOpenGLBuffer::StaticDraw, GL_UNSIGNED_INT, 1, &dataMutex)};
+                                       QOpenGLBuffer::DynamicDraw, GL_UNSIGNED_INT, 1, &dataMutex)};
 }
 
 SAttributePointer BarPlotterDx::_fetch_attribute_data(const int &attribute) const
 {
+    const Vexal::PairFrame &frame = pairFrame();
     switch (attribute) {
     case VertexAttribute:
-        return {m_vertices.constData(), qint32(m_vertices.size() * qsizetype(sizeof(Vertex)))};
+        return {frame.vertices.constData(), qint32(frame.vertices.size() * qsizetype(sizeof(Vertex)))};
     case IndexAttribute:
-        return {m_indexData.constData(), qint32(m_indexData.size() * qsizetype(sizeof(quint32)))};
+        return {frame.indices.constData(), qint32(frame.indices.size() * qsizetype(sizeof(quint32)))};
     default:
         return SAttributePointer();
     }
@@ -80,44 +120,44 @@ bool BarPlotterDx::__update_vertex()
         return false;
     // A single double holds a width but no value: the height is then 0.
     double maximum = values.size() > 1 ? values[1] : 0.0;
-    double x = 0.0;
-    // Sized by the number of doubles, twice the bars: the zero tail is uploaded too.
-    m_vertices.clear();
-    m_vertices.resize(4 * values.size());
-    Vertex *corners = m_vertices.data();
     for (int k = 0; k < barCount(); ++k) {
-        const double next = x + widthOf(k);
-        const Vexal::SplitDouble left = Vexal::splitDouble(x);
-        const Vexal::SplitDouble right = Vexal::splitDouble(next);
-        const float top = Vexal::toFloat(valueOf(k));
-        corners[4 * k] = {left.msb, left.lsb, 0.0f};
-        corners[4 * k + 1] = {right.msb, right.lsb, 0.0f};
-        corners[4 * k + 2] = {left.msb, left.lsb, top};
-        corners[4 * k + 3] = {right.msb, right.lsb, top};
         if (valueOf(k) > maximum)
             maximum = valueOf(k);
-        x = next;
     }
     setPlotterAreaHeight(maximum);
-    setPlotterAreaWidth(x);
+    setPlotterAreaWidth(edges().last());
     return true;
 }
 
 bool BarPlotterDx::__update_index()
 {
-    const qsizetype doubles = data().size();
-    if (m_indexData.size() > 6 * doubles)
-        return false; // never shrinks
-    // One "bar" per double, twice as many as exist.
-    m_indexData.clear();
-    m_indexData.resize(6 * doubles);
-    quint32 *indices = m_indexData.data();
-    for (qsizetype k = 0; k < doubles; ++k) {
+    // Indices belong to each chart's window of bars, built with its vertices.
+    return false;
+}
+
+void BarPlotterDx::rebuildWindowArrays(Vexal::PairFrame &frame)
+{
+    const Vexal::SampleWindow &window = frame.window;
+    const QList<double> &e = edges();
+    const qsizetype size = window.groupSize();
+    frame.vertices.resize(4 * window.size());
+    frame.indices.resize(6 * window.size());
+    for (qsizetype k = 0; k < window.size(); ++k) {
+        const qsizetype group = window.first + k;
+        const Vexal::SplitDouble left = Vexal::splitDouble(e[group * size]);
+        const Vexal::SplitDouble right = Vexal::splitDouble(e[std::min(qsizetype(barCount()), (group + 1) * size)]);
+        const float top = Vexal::toFloat(peaks().peak(items(), dataStamp(), window.level, group));
+        Vertex *corners = frame.vertices.data() + 4 * k;
+        corners[0] = {left.msb, left.lsb, 0.0f};
+        corners[1] = {right.msb, right.lsb, 0.0f};
+        corners[2] = {left.msb, left.lsb, top};
+        corners[3] = {right.msb, right.lsb, top};
         const quint32 corner = quint32(4 * k);
         const quint32 bar[6] = {corner + 1, corner + 2, corner, corner + 1, corner + 2, corner + 3};
-        std::copy(bar, bar + 6, indices + 6 * k);
+        std::copy(bar, bar + 6, frame.indices.data() + 6 * k);
     }
-    return true;
+    gpuArrays().markChanged(VertexAttribute);
+    gpuArrays().markChanged(IndexAttribute);
 }
 
 //-----------------------------------------------------------------------------
@@ -126,29 +166,27 @@ bool BarPlotterDx::__update_index()
 
 void BarPlotterDx::__update_draw_index()
 {
-    PairFrame &frame = frameExtra<PairFrame>();
+    Vexal::PairFrame &frame = pairFrame();
     const QRectF area = plotterArea();
-    const QRectF shown = area.intersected(frame.rect);
-    const int count = barCount();
-    double x = area.left();
-    int k = 0;
-    while (k < count && shown.left() > x) {
-        ++k;
-        x += widthOf(k - 1);
-    }
-    frame.drawFirst = std::max(k - 1, 0);
-    // Runs at least once when the right edge lies beyond x, but never past the
-    // last bar.
-    while (k < count && shown.right() > x) {
-        x += widthOf(k);
-        ++k;
-    }
-    frame.drawLast = k;
+    // Along x only, whatever the heights: from the bar that holds the view's
+    // left edge (one before the first edge at or beyond it) to the first edge
+    // at or beyond its right edge.
+    const double left = std::max(area.left(), frame.rect.left()) - area.left();
+    const double right = std::min(area.right(), frame.rect.right()) - area.left();
+    const int first = std::max(firstEdgeAtOrAfter(left, 0) - 1, 0);
+    const int last = std::max(firstEdgeAtOrAfter(right, 0), first);
+    const QList<double> &e = edges();
+    const double pixelsPerBar = last > first ? (e[last] - e[first]) / (last - first) * pixelsPerUnit(frame.rect) : 0.0;
+    if (followWindow(frame.window, {first, last}, pixelsPerBar))
+        rebuildWindowArrays(frame);
+    const Vexal::CellRange groups = frame.window.groupsOf({first, last});
+    const int held = int(frame.window.first);
+    frame.drawn = Vexal::CellRange{groups.first - held, groups.last - held}.clampedTo(frame.window.size());
 }
 
 void BarPlotterDx::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &rect)
 {
-    PairFrame &frame = frameExtra<PairFrame>();
+    Vexal::PairFrame &frame = pairFrame();
     frame.rect = rect;
     captureUniforms(frame);
     __update_draw_index();
@@ -161,27 +199,30 @@ void BarPlotterDx::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, c
         layers.append(bars);
     }
     // For indexed drawing "first" is a byte offset into the index buffer.
-    layers.first().first = qint32(frame.drawFirst * IndexBytesPerBar);
-    layers.first().count = (frame.drawLast - frame.drawFirst) * 6;
+    layers.first().first = qint32(frame.drawn.first * IndexBytesPerBar);
+    layers.first().count = frame.drawn.size() * 6;
 }
 
-void BarPlotterDx::captureUniforms(PairFrame &frame)
+void BarPlotterDx::captureUniforms(Vexal::PairFrame &frame)
 {
     // The view's left edge relative to the plotter area, split like the vertices'
     // x so that the shader subtracts the large and the small parts separately.
     const Vexal::SplitDouble left = Vexal::splitDouble(frame.rect.left() - plotterArea().left());
-    frame.uniforms = {left.msb, left.lsb, Vexal::toFloat(2.0 / frame.rect.width()),
-                      Vexal::toFloat(frame.rect.height() * 0.5), color()};
+    frame.xMsb = left.msb;
+    frame.xLsb = left.lsb;
+    frame.screenDx = Vexal::toFloat(2.0 / frame.rect.width());
+    frame.screenDy = Vexal::toFloat(frame.rect.height() * 0.5);
+    frame.color = color();
 }
 
 void BarPlotterDx::_update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &)
 {
-    const FrameUniforms &uniforms = frameExtra<PairFrame>().uniforms;
-    program.setUniformValue("x_msb", uniforms.xMsb);
-    program.setUniformValue("x_lsb", uniforms.xLsb);
-    program.setUniformValue("screen_dx", uniforms.screenDx);
-    program.setUniformValue("screen_dy", uniforms.screenDy);
-    program.setUniformValue("color", uniforms.color);
+    const Vexal::PairFrame &frame = pairFrame();
+    program.setUniformValue("x_msb", frame.xMsb);
+    program.setUniformValue("x_lsb", frame.xLsb);
+    program.setUniformValue("screen_dx", frame.screenDx);
+    program.setUniformValue("screen_dy", frame.screenDy);
+    program.setUniformValue("color", frame.color);
 }
 
 //-----------------------------------------------------------------------------
@@ -199,13 +240,9 @@ int BarPlotterDx::_index_at(double x) const
         return barCount(); // one past the last bar
     // A point on an inner boundary belongs to the bar on its left. Rounding may
     // leave x beyond the summed edges; it then belongs to the last bar.
-    int i = -1;
-    double edge = area.left();
-    while (x > edge && i + 1 < barCount()) {
-        edge += widthOf(i + 1);
-        ++i;
-    }
-    return i;
+    if (barCount() == 0 || !(x > area.left()))
+        return -1; // NaN as well
+    return std::min(firstEdgeAtOrAfter(x - area.left(), 1), barCount()) - 1;
 }
 
 int BarPlotterDx::__start_index(const QRectF &rect) const
@@ -225,10 +262,8 @@ double BarPlotterDx::max_in(const QRectF &rect) const
     if (shown.isEmpty() || data().isEmpty())
         return 0.0;
     const int end = std::min(__end_index(shown), barCount());
-    double maximum = 0.0;
-    for (int k = __start_index(shown); k < end; ++k)
-        maximum = std::max(maximum, valueOf(k));
-    return maximum;
+    const double peak = peakIn(__start_index(shown), end);
+    return peak > 0.0 ? peak : 0.0;
 }
 
 QRectF BarPlotterDx::area_at(const QPointF &point) const

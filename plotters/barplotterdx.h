@@ -4,10 +4,15 @@
 
 #include <vexal/iplotter1d.h>
 
+namespace Vexal { struct PairFrame; }
+
 // Draws bars of individual widths laid edge to edge. The data are pairs: element
 // 2k is the width of bar k along x, element 2k+1 its value. Every x position is
 // kept as two floats (most and least significant part) and drawn with the
-// "hresbar" program, so long series keep their x precision on the GPU.
+// "hresbar" program, so long series keep their x precision on the GPU. Each
+// chart that shows the bars keeps vertices for a window of bars around its
+// view; where bars are narrower than a pixel on average it draws groups of
+// bars, each as wide as its bars together and as high as their peak.
 class VEXAL_EXPORT BarPlotterDx : public IPlotter1D
 {
     Q_OBJECT
@@ -38,36 +43,27 @@ public:
     int __start_index(const QRectF &rect) const override;
     int __end_index(const QRectF &rect) const override;
 
-    QList<Vertex> m_vertices;   // 4 per bar; sized 4 per double, the tail stays zero; empty
-    QList<quint32> m_indexData; // 6 per double (twice the bars); never shrinks; empty
+protected:
+    // The current chart's frame: its window of bars, their arrays and uniforms.
+    Vexal::PairFrame &pairFrame() const;
 
 private:
     // Sum of the widths of bars from..to (both included), 0.0 when from > to.
     double __dx_from_to(int from, int to) const;
     // The range of bars that the frame's rectangle shows.
     void __update_draw_index();
+    void rebuildWindowArrays(Vexal::PairFrame &frame);
+    void captureUniforms(Vexal::PairFrame &frame);
+    // edges()[k]: x of bar k's left edge relative to the plotter area, the widths
+    // summed from bar 0; one more than the bars. Worked out once per data change.
+    const QList<double> &edges() const;
+    // The first edge k >= from with edges()[k] at or beyond x (relative to the
+    // area); the bar count when none is.
+    int firstEdgeAtOrAfter(double x, int from) const;
     int barCount() const { return int(data().size() / 2); }
     double widthOf(int bar) const { return data()[2 * bar]; }
     double valueOf(int bar) const { return data()[2 * bar + 1]; }
 
-    // The uniforms of the frame being drawn, worked out with its layer while the
-    // GUI thread is blocked.
-    struct FrameUniforms
-    {
-        float xMsb = 0.0f;    // the view's left edge relative to the plotter area, split
-        float xLsb = 0.0f;
-        float screenDx = 0.0f; // clip units per data unit along x
-        float screenDy = 0.0f; // half the view's height
-        QColor color;          // bar colour
-    };
-    // A chart's frame of the bars: its visible rectangle, the bars it shows
-    // and its uniforms.
-    struct PairFrame
-    {
-        QRectF rect;            // visible rectangle, null
-        int drawFirst = 0;      // first bar drawn; 0
-        int drawLast = 0;       // one past the last bar drawn; 0
-        FrameUniforms uniforms; // worked out with the layer
-    };
-    void captureUniforms(PairFrame &frame);
+    mutable QList<double> m_edges; // see edges(); empty
+    mutable quint64 m_edgesStamp = 0; // data stamp m_edges were summed for; 0 = never
 };

@@ -4,7 +4,25 @@
 
 #include <QtGui/QOpenGLContext>
 
+#include <utility>
+
 namespace Vexal {
+
+namespace {
+
+thread_local const void *t_frameOwner = nullptr;
+
+} // namespace
+
+const void *frameOwner()
+{
+    return t_frameOwner;
+}
+
+const void *exchangeFrameOwner(const void *owner)
+{
+    return std::exchange(t_frameOwner, owner);
+}
 
 void GpuArrays::setSlots(const QList<Slot> &arrays)
 {
@@ -15,8 +33,13 @@ void GpuArrays::setSlots(const QList<Slot> &arrays)
 
 GpuArrays::Copy *GpuArrays::current()
 {
-    return m_copies.current([this] {
-        auto copy = std::make_unique<Copy>();
+    Copies *copies = m_copies.current([] { return std::make_unique<Copies>(); });
+    if (!copies)
+        return nullptr;
+    QMutexLocker locker(&m_copiesMutex);
+    std::shared_ptr<Copy> &copy = (*copies)[frameOwner()];
+    if (!copy) {
+        copy = std::make_shared<Copy>();
         for (const Slot &slot : std::as_const(m_slots)) {
             QOpenGLBuffer buffer(slot.type);
             buffer.create();
@@ -25,8 +48,14 @@ GpuArrays::Copy *GpuArrays::current()
         }
         copy->versions = QList<quint64>(m_slots.size(), 0);
         copy->bytes = QList<qsizetype>(m_slots.size(), 0);
-        return copy;
-    });
+    }
+    return copy.get();
+}
+
+void GpuArrays::dropCopiesOf(const void *owner)
+{
+    QMutexLocker locker(&m_copiesMutex);
+    m_copies.forEach([owner](Copies &copies) { copies.remove(owner); });
 }
 
 QOpenGLBuffer *GpuArrays::buffer(int i)

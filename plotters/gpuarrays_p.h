@@ -3,17 +3,27 @@
 #pragma once
 
 // The GPU copies of a plotter's arrays, one set of buffers per OpenGL share
-// group. Qt Quick windows do not share contexts unless the application asks:
-// a plotter drawn by charts in several windows keeps a copy in each, a window
-// that comes back with a new context starts from nothing, and a copy goes
-// with its share group. Internal: not installed.
+// group and chart. Qt Quick windows do not share contexts unless the
+// application asks: a plotter drawn by charts in several windows keeps a copy
+// in each, a window that comes back with a new context starts from nothing,
+// and a copy goes with its share group. Two charts in one window may show
+// different parts of the data, so each chart keeps its own copy as well.
+// Internal: not installed.
 
 #include "plotters/persharegroup_p.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QList>
+#include <QtCore/QMutex>
 #include <QtOpenGL/QOpenGLBuffer>
 
 namespace Vexal {
+
+// The chart whose frame the calling thread takes or draws, null outside one;
+// set by IPlotter::FrameScope. GPU copies are kept per such chart.
+const void *frameOwner();
+// Makes owner the calling thread's frame owner; returns the previous one.
+const void *exchangeFrameOwner(const void *owner);
 
 class GpuArrays
 {
@@ -33,8 +43,13 @@ public:
     int count() const { return int(m_slots.size()); }
 
     // GUI thread or synchronize step: array i changed, so every share group
-    // uploads it again before its next draw.
-    void markChanged(int i) { ++m_versions[i]; }
+    // uploads it again before its next draw. Arrays not declared yet are
+    // uploaded in full once declared.
+    void markChanged(int i)
+    {
+        if (i < m_versions.size())
+            ++m_versions[i];
+    }
     // How often array i changed: 1 after its declaration.
     quint64 version(int i) const { return m_versions[i]; }
 
@@ -71,6 +86,8 @@ public:
     // Render thread: the bytes that the current share group's buffer of array
     // i holds, 0 before its first upload.
     qsizetype uploadedBytes(int i);
+    // Drops the copies of a chart that no longer draws the plotter.
+    void dropCopiesOf(const void *owner);
 
 private:
     struct Copy
@@ -80,11 +97,14 @@ private:
         QList<qsizetype> bytes;       // bytes each buffer holds, 0
     };
 
+    using Copies = QHash<const void *, std::shared_ptr<Copy>>; // per frame owner
+
     Copy *current();
 
-    QList<Slot> m_slots;           // one per array
-    QList<quint64> m_versions;     // per array, counts its changes from 1
-    PerShareGroup<Copy> m_copies;  // the buffers of each share group that drew
+    QList<Slot> m_slots;            // one per array
+    QList<quint64> m_versions;      // per array, counts its changes from 1
+    PerShareGroup<Copies> m_copies; // the buffers of each share group and chart that drew
+    QMutex m_copiesMutex;           // render threads of windows that share contexts
 };
 
 } // namespace Vexal

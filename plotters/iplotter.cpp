@@ -13,6 +13,7 @@
 #include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLFunctions>
 #include <QtOpenGL/QOpenGLShaderProgram>
+#include <QtQuick/QQuickWindow>
 
 #include <algorithm>
 #include <utility>
@@ -59,6 +60,7 @@ void IPlotter::forgetChart(const IChartArea *chart)
         QMutexLocker locker(&m_framesMutex);
         m_frames.remove(chart);
     }
+    m_gpuArrays->dropCopiesOf(chart);
     if (m_chartArea.data() != chart)
         return;
     m_chartArea.clear();
@@ -223,6 +225,7 @@ void IPlotter::setData(const QList<double> &data)
     if (!chart)
         return; // data given to a plotter without a chart are dropped
     m_data = data;
+    markDataReplaced();
     if (initialized) {
         QMutexLocker locker(&dataMutex);
         if (__update_vertex())
@@ -323,11 +326,9 @@ void IPlotter::prepareRender()
 {
     if (!initialized)
         initialize();
-    if (m_visible)
-        uploadDirtyBuffers();
 }
 
-void IPlotter::uploadDirtyBuffers()
+void IPlotter::uploadFrameArrays()
 {
     // Rebuilt arrays become changed for every share group; each group then
     // uploads what its copy lacks.
@@ -348,27 +349,39 @@ void IPlotter::uploadDirtyBuffers()
     }
 }
 
-namespace {
-
-// The chart whose frame this thread takes or draws; null outside one.
-thread_local const IChartArea *t_frameChart = nullptr;
-
-} // namespace
-
 IPlotter::FrameScope::FrameScope(const IChartArea *chart)
-    : m_previous(std::exchange(t_frameChart, chart))
+    : m_previous(Vexal::exchangeFrameOwner(chart))
 {
 }
 
 IPlotter::FrameScope::~FrameScope()
 {
-    t_frameChart = m_previous;
+    Vexal::exchangeFrameOwner(m_previous);
 }
 
-IPlotter::FrameRecord &IPlotter::currentFrame()
+namespace {
+
+const IChartArea *frameChart()
+{
+    return static_cast<const IChartArea *>(Vexal::frameOwner());
+}
+
+// Device pixels across the chart whose frame is taken; 0 outside a frame.
+double chartPixelWidth()
+{
+    const IChartArea *chart = frameChart();
+    if (!chart)
+        return 0.0;
+    const QQuickWindow *window = chart->window();
+    return chart->width() * (window ? window->effectiveDevicePixelRatio() : 1.0);
+}
+
+} // namespace
+
+IPlotter::FrameRecord &IPlotter::currentFrame() const
 {
     QMutexLocker locker(&m_framesMutex);
-    std::shared_ptr<FrameRecord> &record = m_frames[t_frameChart];
+    std::shared_ptr<FrameRecord> &record = m_frames[frameChart()];
     if (!record)
         record = std::make_shared<FrameRecord>();
     return *record;
@@ -377,12 +390,13 @@ IPlotter::FrameRecord &IPlotter::currentFrame()
 void IPlotter::captureFrame(const QRectF &visibleRect)
 {
     FrameRecord &record = currentFrame();
-    record.state = {m_visible, m_plotterArea, dataArea(), m_color};
-    if (!m_visible || !visibleRect.intersects(m_plotterArea))
+    record.state = {m_visible, m_plotterArea, dataArea(), m_color, chartPixelWidth()};
+    if (!m_visible || !(visibleRect.intersects(m_plotterArea) || visibleRect.intersects(record.state.dataArea)))
         return;
     _fetch_render_layers(record.layers, visibleRect);
     std::sort(record.layers.begin(), record.layers.end(),
               [](const SRenderLayerDefinition &a, const SRenderLayerDefinition &b) { return a.layer < b.layer; });
+    uploadFrameArrays();
 }
 
 void IPlotter::render(const QRectF &area)

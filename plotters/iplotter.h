@@ -107,7 +107,7 @@ public:
         Q_DISABLE_COPY_MOVE(FrameScope)
 
     private:
-        const IChartArea *m_previous; // restored at the end of the scope
+        const void *m_previous; // restored at the end of the scope
     };
 
     // Called by a chart that is going away while this plotter still points at it.
@@ -142,6 +142,7 @@ protected:
         QRectF plotterArea;   // the plotter area
         QRectF dataArea;      // the plotter area moved by xOffset
         QColor color;         // the plotter colour
+        double pixelWidth = 0.0; // device pixels across the chart, 0 outside a chart's frame
     };
 
     // What one chart's frames of this plotter draw with: taken in that chart's
@@ -155,16 +156,20 @@ protected:
     };
     // The record of the chart whose frame is being taken or drawn on this
     // thread (outside a chart's frame: one record of its own).
-    FrameRecord &currentFrame();
+    FrameRecord &currentFrame() const;
     // A subclass's own part of the current record; each subclass uses one type.
     template <typename T>
-    T &frameExtra()
+    T &frameExtra() const
     {
         FrameRecord &record = currentFrame();
         if (!record.extra)
             record.extra = std::make_shared<T>();
         return *static_cast<T *>(record.extra.get());
     }
+    // The end of a chart's synchronize step, after the layers were taken:
+    // uploads what the frame draws and the chart's GPU copy lacks. The base
+    // uploads the render pipeline's declared arrays.
+    virtual void uploadFrameArrays();
 
     // ---- Subclass hooks of the render pipeline
     virtual QList<SAttributeDefinition> declareArributeArray();
@@ -192,6 +197,10 @@ protected:
     // Changes only the height of the plotter area (the data maximum); no signal.
     void setPlotterAreaHeight(double height) { m_plotterArea.setHeight(height); }
     void setPlotterAreaWidth(double width) { m_plotterArea.setWidth(width); }
+    // Counts the data replacements, from 1: what was worked out of the data
+    // (GPU windows, peak pyramids) remembers the stamp it was made for.
+    quint64 dataStamp() const { return m_dataStamp; }
+    void markDataReplaced() { ++m_dataStamp; }
 
     QList<double> m_data;                          // the series; shared, not copied
     QMutex dataMutex;                              // held while vertex/index arrays are rebuilt
@@ -205,7 +214,6 @@ protected:
 
 private:
     void initialize();
-    void uploadDirtyBuffers();
     void drawRenderLayer(const SRenderLayerDefinition &layer, QOpenGLShaderProgram &program);
 
     QString m_name;                      // legend name, empty
@@ -221,7 +229,8 @@ private:
     bool m_showLegend = true;            // listed in legends
     QPointer<IChartArea> m_chartArea;    // the chart drawn into; not owned
     std::unique_ptr<Vexal::GpuArrays> m_gpuArrays; // GPU copies of the arrays, per share group
-    QHash<const IChartArea *, std::shared_ptr<FrameRecord>> m_frames; // frame records per chart
-    QMutex m_framesMutex;                // render threads of several windows reach m_frames
+    quint64 m_dataStamp = 1;             // see dataStamp()
+    mutable QHash<const IChartArea *, std::shared_ptr<FrameRecord>> m_frames; // frame records per chart
+    mutable QMutex m_framesMutex;        // render threads of several windows reach m_frames
     QList<QPointer<IChartArea>> m_listedBy; // charts whose lists hold this plotter; not owned
 };

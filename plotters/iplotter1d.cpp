@@ -3,12 +3,75 @@
 #include <vexal/iplotter1d.h>
 
 #include "core/cellgrid_p.h"
+#include "plotters/samplewindow_p.h"
 
 #include <cmath>
 
 IPlotter1D::IPlotter1D(QObject *parent)
     : IPlotter(parent)
 {
+}
+
+IPlotter1D::~IPlotter1D() = default;
+
+Vexal::ItemSeries IPlotter1D::items() const
+{
+    const QList<double> &values = data();
+    const qsizetype count = values.size() < itemOffset ? 0 : values.size() / itemStride;
+    return {values.constData() + (count > 0 ? itemOffset : 0), count, itemStride};
+}
+
+Vexal::PeakPyramid &IPlotter1D::peaks() const
+{
+    if (!m_peaks)
+        const_cast<IPlotter1D *>(this)->m_peaks = std::make_unique<Vexal::PeakPyramid>();
+    return *m_peaks;
+}
+
+double IPlotter1D::peakIn(qsizetype first, qsizetype last) const
+{
+    return peaks().peakIn(items(), dataStamp(), first, last);
+}
+
+bool IPlotter1D::followWindow(Vexal::SampleWindow &window, Vexal::CellRange visible, double pixelsPerItem) const
+{
+    return window.follow(items().count, visible, pixelsPerItem, dataStamp());
+}
+
+void IPlotter1D::setDataWithPeak(const QList<double> &values, double peak)
+{
+    m_peakHint = peak;
+    setData(values);
+    m_peakHint.reset();
+}
+
+double IPlotter1D::dataMaximum() const
+{
+    if (m_peakHint)
+        return *m_peakHint > 0.0 ? *m_peakHint : 0.0;
+    double maximum = 0.0;
+    for (double v : data()) {
+        if (v > maximum)
+            maximum = v;
+    }
+    return maximum;
+}
+
+Vexal::CellRange IPlotter1D::visibleCells(const QRectF &rect) const
+{
+    const QRectF area = dataArea();
+    const qsizetype count = items().count;
+    const Vexal::CellGrid grid(area, count);
+    const double left = std::max(area.left(), rect.left());
+    const double right = std::min(area.right(), rect.right());
+    if (!(left <= right))
+        return {};
+    return grid.cellsBetween(left, right).clampedTo(count);
+}
+
+double IPlotter1D::pixelsPerUnit(const QRectF &rect) const
+{
+    return rect.width() > 0.0 ? currentFrame().state.pixelWidth / rect.width() : 0.0;
 }
 
 double IPlotter1D::sampleWidth() const
@@ -44,14 +107,9 @@ double IPlotter1D::max_in(const QRectF &rect) const
     const QList<double> &values = data();
     if (rect.intersected(dataArea()).isEmpty() || values.isEmpty())
         return 0.0;
-    const int start = __start_index(rect);
-    const int end = __end_index(rect);
-    float m = 0.0f; // single precision on purpose: axes scale to it
-    for (int i = start; i < end; ++i) {
-        if (double(m) < values[i])
-            m = float(values[i]);
-    }
-    return double(m);
+    // Single precision on purpose: axes scale to it. NaN and values below 0 give 0.
+    const float m = float(peakIn(__start_index(rect), __end_index(rect)));
+    return m > 0.0f ? double(m) : 0.0;
 }
 
 SInfoPoint IPlotter1D::mouse_hovering(const QPointF &point) const

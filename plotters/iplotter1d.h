@@ -4,6 +4,16 @@
 
 #include <vexal/iplotter.h>
 
+#include <memory>
+#include <optional>
+
+namespace Vexal {
+class PeakPyramid;
+struct ItemSeries;
+struct SampleWindow;
+struct CellRange;
+}
+
 // Base of plotters whose data are one list of doubles, sample i covering an
 // equal share of the data area. Maps rectangles to index ranges, x positions to
 // samples and mouse positions to hover records.
@@ -13,8 +23,14 @@ class VEXAL_EXPORT IPlotter1D : public IPlotter
 
 public:
     explicit IPlotter1D(QObject *parent = nullptr);
+    ~IPlotter1D() override;
 
     double max_in(const QRectF &rect) const override;
+
+    // setData for a source that knows the largest value of values (NaN
+    // ignored): plotters whose height follows the data maximum take it
+    // instead of reading every value.
+    void setDataWithPeak(const QList<double> &values, double peak);
     SInfoPoint mouse_hovering(const QPointF &point) const override;
 
     virtual int _index_at(double x) const;
@@ -24,4 +40,32 @@ public:
 protected:
     // Width of one sample in data units (infinite without data).
     double sampleWidth() const;
+
+    // The items drawn, one per cell: item i is data()[itemOffset + i * itemStride].
+    Vexal::ItemSeries items() const;
+    // Peaks of groups of items, worked out of the current data on demand.
+    Vexal::PeakPyramid &peaks() const;
+    // The peak of items [first, last), NaN when there is none.
+    double peakIn(qsizetype first, qsizetype last) const;
+    // Moves a chart's window of groups so that it holds the items that rect
+    // shows (visible), items pixelsPerItem device pixels wide; true when it
+    // moved and its arrays must be rebuilt.
+    bool followWindow(Vexal::SampleWindow &window, Vexal::CellRange visible, double pixelsPerItem) const;
+    // The cells of the data area that rect reaches along x (whatever the
+    // heights of both), from the cell of its left edge to the first cell at or
+    // beyond its right edge, cut to the data.
+    Vexal::CellRange visibleCells(const QRectF &rect) const;
+    // The largest data value that is not NaN and not below 0: the data
+    // maximum that plotter heights follow. Taken from setDataWithPeak's peak
+    // while it runs, read from the data otherwise.
+    double dataMaximum() const;
+    // Device pixels per data unit along x in the current frame (0 outside one).
+    double pixelsPerUnit(const QRectF &rect) const;
+
+    int itemStride = 1; // doubles from one item to the next; 1
+    int itemOffset = 0; // position of an item's value among its doubles; 0
+
+private:
+    std::unique_ptr<Vexal::PeakPyramid> m_peaks; // made on first use
+    std::optional<double> m_peakHint;            // setDataWithPeak's peak while it runs; none
 };

@@ -52,6 +52,15 @@ public:
         return it == m_entries.cend() ? nullptr : it->value.get();
     }
 
+    // Calls visit(T &) for the value of every share group.
+    template <typename Visit>
+    void forEach(Visit &&visit)
+    {
+        QMutexLocker locker(&m_mutex);
+        for (const Entry &entry : std::as_const(m_entries))
+            visit(*entry.value);
+    }
+
     // Drops every value; their GL objects are freed through their groups.
     void clear()
     {

@@ -3,6 +3,7 @@
 // Tests of the area plotter: its vertices, layers and properties, and the fill
 // and border it draws.
 #include <vexal/areaplotter.h>
+#include "plotters/plotterframes_p.h"
 #include <vexal/ichartarea.h>
 #include "plotterscene.h"
 
@@ -36,10 +37,17 @@ class AreaPlotterProbe : public AreaPlotter
 {
 public:
     using AreaPlotter::_fetch_render_layers;
-    using AreaPlotter::dirtyFlags;
+    using AreaPlotter::areaFrame;
     using AreaPlotter::initialized;
-    using AreaPlotter::m_areaVertices;
-    using AreaPlotter::m_borderVertices;
+
+    // The vertices of the frame taken for view (outside a chart: every sample
+    // drawn on its own).
+    const Vexal::AreaFrame &frameFor(const QRectF &view)
+    {
+        QList<SRenderLayerDefinition> layers;
+        _fetch_render_layers(layers, view);
+        return areaFrame();
+    }
 };
 
 // A probe on its chart whose vertices are rebuilt with every data change.
@@ -129,11 +137,10 @@ void tst_AreaPlotter::verticesFollowTheValues()
 {
     AttachedArea a;
     a.plotter.setData({1, -2, 3});
-    const QList<QVector2D> fill = points({{0, 0}, {0, 1}, {1, 0}, {1, -2}, {2, 0}, {2, 3}});
-    QCOMPARE(a.plotter.m_areaVertices, fill + QList<QVector2D>(6));
-    QCOMPARE(a.plotter.m_borderVertices, points({{0, 1}, {1, -2}, {2, 3}}));
+    const Vexal::AreaFrame &frame = a.plotter.frameFor(QRectF(0, 0, 10, 1));
+    QCOMPARE(frame.fill, points({{0, 0}, {0, 1}, {1, 0}, {1, -2}, {2, 0}, {2, 3}}));
+    QCOMPARE(frame.border, points({{0, 1}, {1, -2}, {2, 3}}));
     QCOMPARE(a.plotter.plotterArea().height(), 3.0);
-    QCOMPARE(a.plotter.dirtyFlags, DirtyBits::Vertex | AreaPlotter::BorderDirty);
 }
 
 void tst_AreaPlotter::noDataGiveHeightZeroAndEmptyArrays()
@@ -142,8 +149,8 @@ void tst_AreaPlotter::noDataGiveHeightZeroAndEmptyArrays()
     a.plotter.setData({5});
     a.plotter.setData({});
     QCOMPARE(a.plotter.plotterArea().height(), 0.0);
-    QVERIFY(a.plotter.m_areaVertices.isEmpty());
-    QVERIFY(a.plotter.m_borderVertices.isEmpty());
+    QVERIFY(a.plotter.frameFor(QRectF(0, 0, 10, 1)).fill.isEmpty());
+    QVERIFY(a.plotter.areaFrame().border.isEmpty());
     QList<SRenderLayerDefinition> layers;
     a.plotter._fetch_render_layers(layers, QRectF(0, 0, 10, 1));
     QCOMPARE(layers.size(), 2);
@@ -170,9 +177,10 @@ void tst_AreaPlotter::badValuesKeepTheHeightRules()
     AttachedArea a;
     a.plotter.setData(values);
     QCOMPARE(a.plotter.plotterArea().height(), height);
-    QCOMPARE(a.plotter.m_borderVertices.size(), values.size());
-    QCOMPARE(a.plotter.m_areaVertices.size(), 4 * values.size());
-    for (const QVector2D &v : std::as_const(a.plotter.m_borderVertices))
+    const Vexal::AreaFrame &frame = a.plotter.frameFor(QRectF(0, 0, 10, 1));
+    QCOMPARE(frame.border.size(), values.size());
+    QCOMPARE(frame.fill.size(), 2 * values.size());
+    for (const QVector2D &v : std::as_const(frame.border))
         QVERIFY(std::isnan(v.y()) || std::fabs(v.y()) <= std::numeric_limits<float>::infinity());
 }
 
@@ -187,7 +195,7 @@ void tst_AreaPlotter::firstFrameAppendsFillAndBorderLayers()
     const SRenderLayerDefinition &fill = layers[0];
     QCOMPARE(fill.layer, 0);
     QCOMPARE(fill.first, 4);
-    QCOMPARE(fill.count, 10);
+    QCOMPARE(fill.count, 12); // samples 2 to 7: the curve runs on to the sample after the view
     QCOMPARE(fill.program, QStringLiteral("area_gradient"));
     QCOMPARE(fill.mode, 0x1005u);
     QCOMPARE(fill.attributes, QList<int>{0});
@@ -196,7 +204,7 @@ void tst_AreaPlotter::firstFrameAppendsFillAndBorderLayers()
     const SRenderLayerDefinition &border = layers[1];
     QCOMPARE(border.layer, 1);
     QCOMPARE(border.first, 2);
-    QCOMPARE(border.count, 5);
+    QCOMPARE(border.count, 6);
     QCOMPARE(border.lineWidth, 3.0f);
     QCOMPARE(border.program, QStringLiteral("area"));
     QCOMPARE(border.mode, 0x1003u);

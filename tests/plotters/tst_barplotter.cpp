@@ -3,6 +3,7 @@
 // Tests of the bar plotter: its CPU-side arrays and the bars it draws.
 #include <vexal/barplotter.h>
 #include "plotters/gpuarrays_p.h"
+#include "plotters/plotterframes_p.h"
 #include <vexal/ichartarea.h>
 #include "plotterscene.h"
 
@@ -19,17 +20,15 @@ using VexalTest::QuickScene;
 
 namespace {
 
-// Opens the arrays to the tests; production code keeps them protected.
+// Opens the frame arrays to the tests; production code keeps them protected.
 class BarPlotterProbe : public BarPlotter
 {
 public:
     using BarPlotter::gpuArrays;
+    using BarPlotter::barFrame;
     using BarPlotter::m_glReady;
-    using BarPlotter::m_indices;
-    using BarPlotter::m_points;
-    using BarPlotter::m_vertexIds;
 
-    // A plotter whose arrays exist, as after its first frame.
+    // A plotter whose height follows its data, as after its first frame.
     static BarPlotterProbe *ready(const QList<double> &values, const QRectF &area = QRectF(0, 0, 8, 1))
     {
         auto *p = new BarPlotterProbe;
@@ -38,11 +37,30 @@ public:
         p->setData(values);
         return p;
     }
+
+    // The frame taken for a view (outside a chart: no pixel size, every bar
+    // drawn on its own).
+    const Vexal::BarFrame &frameFor(const QRectF &view)
+    {
+        QList<SRenderLayerDefinition> layers;
+        _fetch_render_layers(layers, view);
+        return barFrame();
+    }
+    const Vexal::BarFrame &wholeFrame() { return frameFor(dataArea()); }
 };
 
 QList<double> filled(int n, double v)
 {
     return QList<double>(n, v);
+}
+
+// 0, 1, 2, ... n - 1.
+QList<double> rampOf(int n)
+{
+    QList<double> values(n);
+    for (int i = 0; i < n; ++i)
+        values[i] = i;
+    return values;
 }
 
 QList<quint32> barIndices(quint32 bar)
@@ -76,8 +94,11 @@ private slots:
     void pointsAndVertexIdsFollowTheBarLayout();
     void indicesOfEachBarFormTwoTriangles();
     void sameValuesChangeNothing();
-    void shrinkingKeepsTheLongerIndexArray();
-    void growingWritesOnlyTheNewBars();
+    void windowHoldsTheViewAndAViewWidthEachSide_data();
+    void windowHoldsTheViewAndAViewWidthEachSide();
+    void panWithinTheWindowKeepsItsArrays();
+    void zoomingFarInShrinksTheWindow();
+    void dataChangeRebuildsTheWindow();
     void dataBeforeTheFirstFrameAreOnlyStored();
     void heightIsTheDataMaximum_data();
     void heightIsTheDataMaximum();
@@ -103,9 +124,12 @@ private slots:
 void tst_BarPlotter::pointsAndVertexIdsFollowTheBarLayout()
 {
     std::unique_ptr<BarPlotterProbe> p(BarPlotterProbe::ready({1.5, -2.0}));
-    QCOMPARE(p->m_points, QList<float>({0, 0, 1.5f, 1.5f, 0, 0, -2.0f, -2.0f}));
-    QCOMPARE(p->m_vertexIds, QList<float>({0, 1, 0, 1, 1, 2, 1, 2}));
-    // Points, vertex ids and indices are changed for every window (version 1
+    const Vexal::BarFrame &frame = p->wholeFrame();
+    QCOMPARE(frame.points, QList<float>({0, 0, 1.5f, 1.5f, 0, 0, -2.0f, -2.0f}));
+    QCOMPARE(frame.vertexIds, QList<float>({0, 1, 0, 1, 1, 2, 1, 2}));
+    QCOMPARE(frame.left, 0.0);
+    QCOMPARE(frame.groupWidth, 4.0);
+    // Points, vertex ids and indices are changed for every chart (version 1
     // is their declaration).
     for (int array = 0; array < p->gpuArrays().count(); ++array)
         QVERIFY(p->gpuArrays().version(array) > 1);
@@ -114,47 +138,86 @@ void tst_BarPlotter::pointsAndVertexIdsFollowTheBarLayout()
 void tst_BarPlotter::indicesOfEachBarFormTwoTriangles()
 {
     std::unique_ptr<BarPlotterProbe> p(BarPlotterProbe::ready({1, 2, 3}));
-    QCOMPARE(p->m_indices, barIndices(0) + barIndices(1) + barIndices(2));
+    QCOMPARE(p->wholeFrame().indices, barIndices(0) + barIndices(1) + barIndices(2));
 }
 
 void tst_BarPlotter::sameValuesChangeNothing()
 {
     std::unique_ptr<BarPlotterProbe> p(BarPlotterProbe::ready({1, 2, 3}));
+    p->wholeFrame();
     const quint64 points = p->gpuArrays().version(0);
     QSignalSpy changed(p.get(), &IPlotter::dataChanged);
     p->setData(QList<double>{1, 2, 3}); // equal bytes, other storage
+    p->wholeFrame();
     QCOMPARE(changed.count(), 0);
     QCOMPARE(p->gpuArrays().version(0), points);
 }
 
-void tst_BarPlotter::shrinkingKeepsTheLongerIndexArray()
+void tst_BarPlotter::windowHoldsTheViewAndAViewWidthEachSide_data()
 {
-    std::unique_ptr<BarPlotterProbe> p(BarPlotterProbe::ready(filled(10, 1.0)));
-    const quint64 points = p->gpuArrays().version(0);
-    const quint64 indices = p->gpuArrays().version(2);
-    p->setData(filled(4, 2.0));
-    QCOMPARE(p->m_indices.size(), 60);
-    QCOMPARE(p->m_vertexIds.size(), 40);
-    QCOMPARE(p->m_points.size(), 16);
-    QVERIFY(p->gpuArrays().version(0) > points);
-    QCOMPARE(p->gpuArrays().version(2), indices); // nothing to upload for the indices
+    QTest::addColumn<QRectF>("view");
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("last");
+    QTest::addColumn<int>("drawnFirst"); // counted from the window's left
+
+    // 1000 bars one unit wide from x = 0.
+    QTest::newRow("a view in the middle holds ten bars more on each side") << QRectF(400, 0, 10, 1) << 390 << 420 << 10;
+    QTest::newRow("a view at the left edge holds no bar before the first") << QRectF(0, 0, 10, 1) << 0 << 20 << 0;
+    QTest::newRow("a view at the right edge holds no bar after the last") << QRectF(990, 0, 10, 1) << 980 << 1000 << 10;
+    QTest::newRow("a view between bars holds both bars it touches") << QRectF(400.5, 0, 1, 1) << 398 << 404 << 2;
 }
 
-void tst_BarPlotter::growingWritesOnlyTheNewBars()
+void tst_BarPlotter::windowHoldsTheViewAndAViewWidthEachSide()
 {
-    std::unique_ptr<BarPlotterProbe> p(BarPlotterProbe::ready(filled(4, 1.0)));
-    // Marks the first four bars: a rewrite would undo the marks.
-    p->m_indices.fill(7);
-    p->m_vertexIds.fill(-1.0f);
-    p->setData(filled(10, 1.0));
-    QCOMPARE(p->m_indices.size(), 60);
-    QCOMPARE(p->m_indices.mid(0, 24), QList<quint32>(24, 7));
-    QCOMPARE(p->m_vertexIds.mid(0, 16), QList<float>(16, -1.0f));
-    QList<quint32> newBars;
-    for (quint32 k = 4; k < 10; ++k)
-        newBars += barIndices(k);
-    QCOMPARE(p->m_indices.mid(24), newBars);
-    QCOMPARE(p->m_vertexIds.mid(36), QList<float>({9, 10, 9, 10}));
+    QFETCH(QRectF, view);
+    QFETCH(int, first);
+    QFETCH(int, last);
+    QFETCH(int, drawnFirst);
+
+    std::unique_ptr<BarPlotterProbe> p(BarPlotterProbe::ready(rampOf(1000), QRectF(0, 0, 1000, 1)));
+    const Vexal::BarFrame &frame = p->frameFor(view);
+    QCOMPARE(frame.window.first, first);
+    QCOMPARE(frame.window.last, last);
+    QCOMPARE(frame.points.size(), 4 * (last - first));
+    QCOMPARE(frame.points.at(2), float(first)); // the window's first bar holds its own value
+    QCOMPARE(frame.left, double(first));
+    QCOMPARE(frame.drawn.first, drawnFirst);
+}
+
+void tst_BarPlotter::panWithinTheWindowKeepsItsArrays()
+{
+    std::unique_ptr<BarPlotterProbe> p(BarPlotterProbe::ready(rampOf(1000), QRectF(0, 0, 1000, 1)));
+    p->frameFor(QRectF(400, 0, 10, 1));
+    const quint64 points = p->gpuArrays().version(0);
+    const Vexal::BarFrame &panned = p->frameFor(QRectF(405, 0, 10, 1));
+    QCOMPARE(p->gpuArrays().version(0), points); // nothing rebuilt, nothing uploaded
+    QCOMPARE(panned.drawn.first, 15);
+    p->frameFor(QRectF(415, 0, 10, 1)); // past the window's right edge
+    QVERIFY(p->gpuArrays().version(0) > points);
+    QCOMPARE(p->barFrame().window.first, 405);
+}
+
+void tst_BarPlotter::zoomingFarInShrinksTheWindow()
+{
+    std::unique_ptr<BarPlotterProbe> p(BarPlotterProbe::ready(rampOf(1000), QRectF(0, 0, 1000, 1)));
+    p->frameFor(QRectF(0, 0, 1000, 1));
+    QCOMPARE(p->barFrame().window.size(), 1000);
+    p->frameFor(QRectF(500, 0, 200, 1)); // inside the window and not too narrow: kept
+    QCOMPARE(p->barFrame().window.size(), 1000);
+    p->frameFor(QRectF(500, 0, 100, 1)); // a tenth of the window: rebuilt around the view
+    QCOMPARE(p->barFrame().window.first, 400);
+    QCOMPARE(p->barFrame().window.last, 700);
+}
+
+void tst_BarPlotter::dataChangeRebuildsTheWindow()
+{
+    std::unique_ptr<BarPlotterProbe> p(BarPlotterProbe::ready(rampOf(1000), QRectF(0, 0, 1000, 1)));
+    p->frameFor(QRectF(400, 0, 10, 1));
+    QList<double> changed = rampOf(1000);
+    changed[395] = -7.0;
+    p->setData(changed);
+    const Vexal::BarFrame &frame = p->frameFor(QRectF(400, 0, 10, 1));
+    QCOMPARE(frame.points.at(4 * (395 - 390) + 2), -7.0f);
 }
 
 void tst_BarPlotter::dataBeforeTheFirstFrameAreOnlyStored()
@@ -164,8 +227,6 @@ void tst_BarPlotter::dataBeforeTheFirstFrameAreOnlyStored()
     p.setData({1, 2});
     QCOMPARE(p.data(), QList<double>({1, 2}));
     QCOMPARE(changed.count(), 1);
-    QVERIFY(p.m_points.isEmpty());
-    QVERIFY(p.m_indices.isEmpty());
     for (int array = 0; array < p.gpuArrays().count(); ++array)
         QCOMPARE(p.gpuArrays().version(array), 1u); // as declared: nothing built yet
 }
@@ -195,11 +256,13 @@ void tst_BarPlotter::heightIsTheDataMaximum()
     std::unique_ptr<BarPlotterProbe> p(BarPlotterProbe::ready({9}));
     p->setData(values);
     QCOMPARE(p->plotterArea().height(), height);
-    QCOMPARE(p->m_points.size(), 4 * tops.size());
+    // The whole area with a nominal height: an all-negative area has none.
+    const QList<float> &points = p->frameFor(QRectF(0, 0, 8, 1)).points;
+    QCOMPARE(points.size(), 4 * tops.size());
     for (int k = 0; k < tops.size(); ++k) {
-        const float top = p->m_points.at(4 * k + 2);
+        const float top = points.at(4 * k + 2);
         QVERIFY2(std::isnan(tops[k]) ? std::isnan(top) : top == tops[k], qPrintable(QString::number(k)));
-        QCOMPARE(p->m_points.at(4 * k), 0.0f);
+        QCOMPARE(points.at(4 * k), 0.0f);
     }
 }
 

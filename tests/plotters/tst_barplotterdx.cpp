@@ -3,6 +3,7 @@
 // Tests of the bars with widths: split-precision vertices, indices, index
 // lookups and draw ranges, and the bars they draw far from x = 0.
 #include <vexal/barplotterdx.h>
+#include "plotters/plotterframes_p.h"
 #include "core/numeric_p.h"
 #include <vexal/ichartarea.h>
 #include "plotterscene.h"
@@ -25,11 +26,27 @@ constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 
 using Vertex = BarPlotterDx::Vertex;
 
-// A plotter on a chart with its arrays rebuilt from the given pairs.
+// Opens the frame arrays to the tests.
+class BarPlotterDxProbe : public BarPlotterDx
+{
+public:
+    using BarPlotterDx::pairFrame;
+
+    // The frame taken for a view (outside a chart: every bar drawn on its own).
+    const Vexal::PairFrame &frameFor(const QRectF &view)
+    {
+        QList<SRenderLayerDefinition> layers;
+        _fetch_render_layers(layers, view);
+        return pairFrame();
+    }
+    const Vexal::PairFrame &wholeFrame() { return frameFor(plotterArea()); }
+};
+
+// A plotter on a chart with its height and width taken from the given pairs.
 struct AttachedBars
 {
-    IChartArea chart;     // chartRect set by the tests that draw ranges
-    BarPlotterDx plotter; // attached to chart
+    IChartArea chart;          // chartRect set by the tests that draw ranges
+    BarPlotterDxProbe plotter; // attached to chart
 
     explicit AttachedBars(const QList<double> &pairs, const QPointF &position = QPointF(10, 0))
     {
@@ -75,8 +92,8 @@ class tst_BarPlotterDx : public QObject
 private slots:
     // CPU side
     void pairsBecomeBarsWithSplitX();
-    void indicesCoverTwiceTheBars();
-    void indexArrayNeverShrinks();
+    void indicesFormTwoTrianglesPerBar();
+    void aShorterListRebuildsTheWindow();
     void oddAndShortListsFollowTheHeightRules_data();
     void oddAndShortListsFollowTheHeightRules();
     void indexAt_data();
@@ -106,34 +123,35 @@ void tst_BarPlotterDx::pairsBecomeBarsWithSplitX()
 {
     AttachedBars b(sixBars);
     QCOMPARE(b.plotter.plotterArea(), QRectF(10, 0, 6, 5));
-    QCOMPARE(b.plotter.m_vertices.size(), 24);
+    const QList<Vertex> &vertices = b.plotter.wholeFrame().vertices;
+    QCOMPARE(vertices.size(), 12);
     const QList<Vertex> written{{0, 0, 0}, {2, 0, 0}, {0, 0, 5}, {2, 0, 5},
                                 {2, 0, 0}, {3, 0, 0}, {2, 0, 3}, {3, 0, 3},
                                 {3, 0, 0}, {6, 0, 0}, {3, 0, 4}, {6, 0, 4}};
-    for (int i = 0; i < 24; ++i) {
-        const Vertex expected = i < 12 ? written[i] : Vertex();
-        QVERIFY2(sameVertex(b.plotter.m_vertices[i], expected), qPrintable(QString::number(i)));
-    }
+    for (int i = 0; i < 12; ++i)
+        QVERIFY2(sameVertex(vertices[i], written[i]), qPrintable(QString::number(i)));
 }
 
-void tst_BarPlotterDx::indicesCoverTwiceTheBars()
+void tst_BarPlotterDx::indicesFormTwoTrianglesPerBar()
 {
     AttachedBars b(sixBars);
-    QCOMPARE(b.plotter.m_indexData.size(), 36);
-    for (quint32 k = 0; k < 6; ++k) {
+    const QList<quint32> &indices = b.plotter.wholeFrame().indices;
+    QCOMPARE(indices.size(), 18);
+    for (quint32 k = 0; k < 3; ++k) {
         const quint32 c = 4 * k;
-        QCOMPARE(b.plotter.m_indexData.mid(6 * k, 6), QList<quint32>({c + 1, c + 2, c, c + 1, c + 2, c + 3}));
+        QCOMPARE(indices.mid(6 * k, 6), QList<quint32>({c + 1, c + 2, c, c + 1, c + 2, c + 3}));
     }
 }
 
-void tst_BarPlotterDx::indexArrayNeverShrinks()
+void tst_BarPlotterDx::aShorterListRebuildsTheWindow()
 {
     AttachedBars b(sixBars);
+    b.plotter.wholeFrame();
     b.plotter.setData({1, 1});
-    QCOMPARE(b.plotter.__update_index(), false);
-    QCOMPARE(b.plotter.m_indexData.size(), 36);
+    QCOMPARE(b.plotter.__update_index(), false); // indices belong to each chart's window
     QCOMPARE(b.plotter.__update_vertex(), true);
-    QCOMPARE(b.plotter.m_vertices.size(), 8);
+    QCOMPARE(b.plotter.wholeFrame().vertices.size(), 4);
+    QCOMPARE(b.plotter.pairFrame().indices.size(), 6);
 }
 
 void tst_BarPlotterDx::oddAndShortListsFollowTheHeightRules_data()
@@ -144,13 +162,13 @@ void tst_BarPlotterDx::oddAndShortListsFollowTheHeightRules_data()
     QTest::addColumn<int>("vertices");
 
     QTest::newRow("an empty list rebuilds nothing") << QList<double>{} << false << QSizeF(0, 0) << 0;
-    QTest::newRow("a single double gives width and height 0") << QList<double>{4} << true << QSizeF(0, 0) << 4;
-    QTest::newRow("an odd last element is ignored") << QList<double>{2, 5, 1} << true << QSizeF(2, 5) << 12;
+    QTest::newRow("a single double gives width and height 0") << QList<double>{4} << true << QSizeF(0, 0) << 0;
+    QTest::newRow("an odd last element is ignored") << QList<double>{2, 5, 1} << true << QSizeF(2, 5) << 4;
     QTest::newRow("all values negative give the largest of them")
-        << QList<double>{1, -4, 1, -2} << true << QSizeF(2, -2) << 16;
-    QTest::newRow("NaN values are never the maximum") << QList<double>{1, 3, 1, NaN} << true << QSizeF(2, 3) << 16;
-    QTest::newRow("an infinite value is the maximum") << QList<double>{1, 3, 1, Inf} << true << QSizeF(2, Inf) << 16;
-    QTest::newRow("an infinite width gives an infinite area") << QList<double>{Inf, 3, 1, 1} << true << QSizeF(Inf, 3) << 16;
+        << QList<double>{1, -4, 1, -2} << true << QSizeF(2, -2) << 8;
+    QTest::newRow("NaN values are never the maximum") << QList<double>{1, 3, 1, NaN} << true << QSizeF(2, 3) << 8;
+    QTest::newRow("an infinite value is the maximum") << QList<double>{1, 3, 1, Inf} << true << QSizeF(2, Inf) << 8;
+    QTest::newRow("an infinite width gives an infinite area") << QList<double>{Inf, 3, 1, 1} << true << QSizeF(Inf, 3) << 8;
 }
 
 void tst_BarPlotterDx::oddAndShortListsFollowTheHeightRules()
@@ -165,7 +183,7 @@ void tst_BarPlotterDx::oddAndShortListsFollowTheHeightRules()
     QCOMPARE(b.plotter.__update_vertex(), rebuilt);
     QCOMPARE(b.plotter.plotterArea().width(), size.width()); // compared apart: infinities compare equal
     QCOMPARE(b.plotter.plotterArea().height(), size.height());
-    QCOMPARE(b.plotter.m_vertices.size(), vertices);
+    QCOMPARE(b.plotter.frameFor(QRectF(10, 0, 10, 1)).vertices.size(), vertices);
 }
 
 void tst_BarPlotterDx::indexAt_data()
@@ -308,7 +326,8 @@ void tst_BarPlotterDx::drawRangeFollowsTheView()
     b.plotter._fetch_render_layers(layers, b.chart.visibleRect());
     QCOMPARE(layers.size(), 1);
     const SRenderLayerDefinition &layer = layers.first();
-    QCOMPARE(layer.first, first * 24);
+    // Counted from the window's first bar: a byte offset into its indices.
+    QCOMPARE(layer.first / 24 + b.plotter.pairFrame().window.first, first);
     QCOMPARE(layer.count, (last - first) * 6);
     QCOMPARE(layer.program, QStringLiteral("hresbar"));
     QCOMPARE(layer.mode, 0x2004u);
@@ -323,7 +342,7 @@ void tst_BarPlotterDx::splitXKeepsAQuarterUnitAtTenMillion()
     const double x = 10000000.25;
     QVERIFY(double(float(x)) != x); // not representable in one float
     AttachedBars b({x, 0, 2, 5}, QPointF(0, 0));
-    const Vertex &barLeft = b.plotter.m_vertices[4]; // bar 1 starts at x
+    const Vertex barLeft = b.plotter.wholeFrame().vertices[4]; // bar 1 starts at x
     QCOMPARE(double(barLeft.xMsb) + double(barLeft.xLsb), x);
 
     // A view from 10,000,000 on, 20 units wide: the shader's arithmetic in floats.

@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+// What one chart's frames of a plotter hold: the window of groups around its
+// view, the arrays built for that window and the frame's uniforms. Each chart
+// that shows a plotter keeps its own (IPlotter::frameExtra). Internal: not
+// installed; tests read them.
+
+#include <vexal/barplotterdx.h>
+#include "plotters/samplewindow_p.h"
+
+#include <QtGui/QColor>
+#include <QtGui/QMatrix4x4>
+#include <QtGui/QVector2D>
+
+namespace Vexal {
+
+// A chart's frame of a BarPlotter.
+struct BarFrame
+{
+    SampleWindow window;      // groups held; none
+    QList<float> points;      // "point" attribute, 4 per group (1 in the geometry variant); empty
+    QList<float> vertexIds;   // "vertexID" attribute, 4 per group, from 0 at the window's left; empty
+    QList<quint32> indices;   // two triangles per group, 6 indices; empty
+    double left = 0.0;        // data x of the window's left edge; 0
+    double groupWidth = 0.0;  // data width of one group; 0
+    CellRange drawn;          // groups drawn, counted from the window's left; none
+};
+
+// A chart's frame of an AreaPlotter.
+struct AreaFrame
+{
+    QRectF rect;             // visible rectangle, null
+    SampleWindow window;     // groups of samples held; none
+    QList<QVector2D> fill;   // fill strip (k, 0), (k, peak), k counted from the window's left; empty
+    QList<QVector2D> border; // border line strip (k, peak); empty
+    QMatrix4x4 matrix;       // window group index and value to clip space
+    QColor borderColor;      // border line colour
+    QColor top;              // fill colour at the top edge
+    QColor bottom;           // fill colour at value 0
+};
+
+// A chart's frame of a BarPlotterDx.
+struct PairFrame
+{
+    QRectF rect;                          // visible rectangle, null
+    SampleWindow window;                  // groups of bars held; none
+    QList<BarPlotterDx::Vertex> vertices; // 4 per group, x relative to the plotter area's left edge; empty
+    QList<quint32> indices;               // two triangles per group, 6 indices; empty
+    CellRange drawn;                      // groups drawn, counted from the window's left; none
+    float xMsb = 0.0f;                    // the view's left edge relative to the plotter area, split
+    float xLsb = 0.0f;
+    float screenDx = 0.0f;                // clip units per data unit along x
+    float screenDy = 0.0f;                // half the view's height
+    QColor color;                         // bar colour
+};
+
+} // namespace Vexal

@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+// What makes a frame cost pixels rather than samples, shared by the plotters
+// that draw one item per cell. A frame builds and uploads only a window of
+// items around the visible ones, and where several items fall into one pixel
+// column it draws groups of 2^level items, each at its peak (its maximum).
+// Internal: not installed.
+
+#include "core/cellgrid_p.h"
+
+#include <QtCore/QList>
+
+#include <cmath>
+
+namespace Vexal {
+
+// The larger of two values where NaN stands for a missing value: NaN only
+// when both are.
+inline double peakOf(double a, double b)
+{
+    return std::isnan(a) || b > a ? b : a;
+}
+
+// A plotter's items read from its data list: item i is
+// values[offset + i * stride] (bars: every value; width/value pairs: each value).
+struct ItemSeries
+{
+    const double *values = nullptr; // the data, not owned
+    qsizetype count = 0;            // number of items
+    int stride = 1;                 // doubles from one item to the next
+    double at(qsizetype i) const { return values[i * stride]; }
+};
+
+// Peaks of groups of 2^level items, NaN ignored. Levels up to MaxComputedLevel
+// are read from the items themselves; the levels above are stored, built once
+// per data change (the data stamp) and only when a frame or a query needs them,
+// in 1/8 of a double per item.
+class PeakPyramid
+{
+public:
+    static constexpr int MaxComputedLevel = 3; // groups of up to 8 items are read directly
+
+    // Items in level: groups of 2^level, the last one possibly shorter.
+    static qsizetype groupCount(qsizetype items, int level);
+
+    // The peak of group g of 2^level items; NaN when all of them are NaN.
+    double peak(const ItemSeries &items, quint64 stamp, int level, qsizetype group);
+    // The peak of items [first, last); NaN when there are none.
+    double peakIn(const ItemSeries &items, quint64 stamp, qsizetype first, qsizetype last);
+    // Bytes held by the stored levels.
+    qsizetype bytes() const;
+
+private:
+    void buildFor(const ItemSeries &items, quint64 stamp);
+    double storedPeak(int level, qsizetype group) const;
+
+    QList<QList<double>> m_levels; // m_levels[k]: level MaxComputedLevel + 1 + k; empty
+    quint64 m_stamp = 0;           // data stamp the levels were built for; 0 = none
+};
+
+// The groups a chart's frames hold on the GPU for one plotter.
+struct SampleWindow
+{
+    int level = 0;       // groups of 2^level items; 0
+    qsizetype first = 0; // first group held; 0
+    qsizetype last = 0;  // one past the last group held; 0
+    quint64 stamp = 0;   // data stamp it was built for; 0 = not built
+
+    qsizetype groupSize() const { return qsizetype(1) << level; }
+    qsizetype size() const { return last - first; }
+
+    // The lowest level whose groups are at least a pixel wide, for items
+    // pixelsPerItem pixels wide (0 or less: every item is drawn).
+    static int levelFor(double pixelsPerItem);
+    // The visible items [visible.first, visible.last) as groups of this level.
+    CellRange groupsOf(CellRange visible) const;
+
+    // Keeps the window when it still holds the visible items at the level
+    // that the item width asks for, and is not far wider than the view;
+    // otherwise moves it to the visible groups with one view width of margin
+    // on each side. Returns true when it moved, so that its arrays are rebuilt.
+    bool follow(qsizetype items, CellRange visible, double pixelsPerItem, quint64 dataStamp);
+};
+
+} // namespace Vexal
