@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vexal developers
 // SPDX-License-Identifier: MIT
 // Feeds the CPU side of every plotter (no OpenGL) arbitrary data, areas,
-// offsets and zooms, rebuilds its arrays, works out its draw ranges and asks
+// offsets and zooms, takes its height, builds its window arrays and draw ranges and asks
 // it what lies under arbitrary points. Checks that indexes stay in range and
 // that no draw range reaches past the arrays it draws from.
 #include "fuzzapplication.h"
@@ -11,6 +11,7 @@
 #include <vexal/areaplotter.h>
 #include <vexal/barplotter.h>
 #include <vexal/barplotterdx.h>
+#include "plotters/plotterframes_p.h"
 
 #include <memory>
 
@@ -44,15 +45,23 @@ public:
 class FuzzedBars : public BarPlotter, public FuzzedPlotter
 {
 public:
-    FuzzedBars() { m_glReady = true; } // data setters rebuild the arrays at once
+    FuzzedBars() { m_glReady = true; } // data setters take the height at once
     IPlotter1D &plotter() override { return *this; }
-    void rebuild() override
+    void rebuild() override { updateHeight(); }
+    // The window's arrays hold every group it spans, and the drawn groups lie
+    // inside it.
+    void checkFrame(const QRectF &visible) override
     {
-        rebuildPoints();
-        rebuildIndices();
-        FUZZ_CHECK(m_indices.size() >= 6 * data().size());
+        QList<SRenderLayerDefinition> layers;
+        _fetch_render_layers(layers, visible);
+        const Vexal::BarFrame &frame = barFrame();
+        const qsizetype groups = frame.window.size();
+        FUZZ_CHECK(groups >= 0);
+        FUZZ_CHECK(frame.points.size() == 4 * groups);
+        FUZZ_CHECK(frame.indices.size() == 6 * groups);
+        FUZZ_CHECK(frame.vertexIds.size() == 4 * groups);
+        FUZZ_CHECK(frame.drawn.isEmpty() || (frame.drawn.first >= 0 && frame.drawn.last <= groups));
     }
-    void checkFrame(const QRectF &) override {}
 };
 
 // Area and pair plotters go through the layered pipeline: their layers must
