@@ -201,7 +201,12 @@ void TstVexalQmlScreenshot::navigatorBandMarksTheZoom()
     QFETCH(bool, inBand);
     // The band's "#4d4dc2e6" (30% of a light blue) over the black window.
     const QColor band(23, 58, 69);
-    comparePixel(grabWithZoom(zoom), QPoint(x, NavigatorRect.center().y()), inBand ? band : Background, 6);
+    const QPoint pixel(x, NavigatorRect.center().y());
+    const QColor expected = inBand ? band : Background;
+    grabWithZoom(zoom);
+    // The band follows the zoom through bindings and the navigator chart's
+    // throttled redraw: under load it may show one interval later.
+    QTRY_VERIFY_WITH_TIMEOUT(VexalTest::sameColor(m_scene->grab().pixelColor(pixel), expected, 6), 2000);
 }
 
 void TstVexalQmlScreenshot::legendShowsOneDotPerPlotter()
