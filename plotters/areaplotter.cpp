@@ -166,9 +166,7 @@ void AreaPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, co
         rebuildWindowVertices(frame);
     // One vertex past the visible ones where there is one: the curve runs on
     // to the next sample instead of ending a cell short of the view's edge.
-    const Vexal::CellRange groups = frame.window.groupsOf(visible);
-    const int first = int(frame.window.first);
-    const Vexal::CellRange drawn = Vexal::CellRange{groups.first - first, groups.last - first + 1}.clampedTo(frame.window.size());
+    const Vexal::CellRange drawn = frame.window.drawnGroups(visible, 1);
     captureUniforms(frame);
     if (layers.size() != 2) {
         SRenderLayerDefinition fill;

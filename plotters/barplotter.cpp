@@ -230,9 +230,7 @@ void BarPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &, const QRe
     const Vexal::CellRange visible = visibleCells(area);
     if (followWindow(frame.window, visible, grid.cellWidth() * pixelsPerUnit(area)))
         rebuildWindowArrays(frame);
-    const Vexal::CellRange groups = frame.window.groupsOf(visible);
-    const int first = int(frame.window.first);
-    frame.drawn = Vexal::CellRange{groups.first - first, groups.last - first}.clampedTo(frame.window.size());
+    frame.drawn = frame.window.drawnGroups(visible);
     frame.groupWidth = grid.cellWidth() * double(frame.window.groupSize());
     frame.left = grid.cellLeft(frame.window.first * frame.window.groupSize());
 }
@@ -244,17 +242,14 @@ void BarPlotter::rebuildWindowArrays(Vexal::BarFrame &frame)
     const qsizetype perBar = pointsPerBar(variant);
     const qsizetype bars = window.size();
     const qsizetype items = data().size();
+    const Vexal::ItemSeries values = this->items();
     frame.points.fill(0.0f, bars * perBar);
     for (qsizetype k = 0; k < bars; ++k) {
-        const float top = Vexal::toFloat(peaks().peak(this->items(), dataStamp(), window.level, window.first + k));
+        const float top = Vexal::toFloat(peaks().peak(values, dataStamp(), window.level, window.first + k));
         std::fill_n(frame.points.data() + k * perBar + perBar / 2, perBar - perBar / 2, top);
     }
     frame.indices.resize(hasIndices(variant) ? bars * 6 : 0);
-    for (qsizetype k = 0; k < frame.indices.size() / 6; ++k) {
-        const quint32 corner = quint32(4 * k);
-        const quint32 bar[6] = {corner + 1, corner + 2, corner, corner + 1, corner + 2, corner + 3};
-        std::copy(bar, bar + 6, frame.indices.data() + 6 * k);
-    }
+    Vexal::writeBarIndices(frame.indices.data(), frame.indices.size() / 6);
     frame.vertexIds.resize(hasVertexIds(variant) ? bars * 4 : 0);
     for (qsizetype k = 0; k < frame.vertexIds.size() / 4; ++k) {
         // The last group of a level may hold fewer bars: its right edge is the data's.

@@ -139,6 +139,7 @@ void BarPlotterDx::rebuildWindowArrays(Vexal::PairFrame &frame)
 {
     const Vexal::SampleWindow &window = frame.window;
     const QList<double> &e = edges();
+    const Vexal::ItemSeries values = items();
     const qsizetype size = window.groupSize();
     frame.vertices.resize(4 * window.size());
     frame.indices.resize(6 * window.size());
@@ -146,16 +147,14 @@ void BarPlotterDx::rebuildWindowArrays(Vexal::PairFrame &frame)
         const qsizetype group = window.first + k;
         const Vexal::SplitDouble left = Vexal::splitDouble(e[group * size]);
         const Vexal::SplitDouble right = Vexal::splitDouble(e[std::min(qsizetype(barCount()), (group + 1) * size)]);
-        const float top = Vexal::toFloat(peaks().peak(items(), dataStamp(), window.level, group));
+        const float top = Vexal::toFloat(peaks().peak(values, dataStamp(), window.level, group));
         Vertex *corners = frame.vertices.data() + 4 * k;
         corners[0] = {left.msb, left.lsb, 0.0f};
         corners[1] = {right.msb, right.lsb, 0.0f};
         corners[2] = {left.msb, left.lsb, top};
         corners[3] = {right.msb, right.lsb, top};
-        const quint32 corner = quint32(4 * k);
-        const quint32 bar[6] = {corner + 1, corner + 2, corner, corner + 1, corner + 2, corner + 3};
-        std::copy(bar, bar + 6, frame.indices.data() + 6 * k);
     }
+    Vexal::writeBarIndices(frame.indices.data(), window.size());
     gpuArrays().markChanged(VertexAttribute);
     gpuArrays().markChanged(IndexAttribute);
 }
@@ -179,9 +178,7 @@ void BarPlotterDx::__update_draw_index()
     const double pixelsPerBar = last > first ? (e[last] - e[first]) / (last - first) * pixelsPerUnit(frame.rect) : 0.0;
     if (followWindow(frame.window, {first, last}, pixelsPerBar))
         rebuildWindowArrays(frame);
-    const Vexal::CellRange groups = frame.window.groupsOf({first, last});
-    const int held = int(frame.window.first);
-    frame.drawn = Vexal::CellRange{groups.first - held, groups.last - held}.clampedTo(frame.window.size());
+    frame.drawn = frame.window.drawnGroups({first, last});
 }
 
 void BarPlotterDx::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &rect)

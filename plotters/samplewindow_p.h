@@ -12,9 +12,21 @@
 
 #include <QtCore/QList>
 
+#include <algorithm>
 #include <cmath>
 
 namespace Vexal {
+
+// Writes the indices of that many bars (two triangles over four corners each,
+// corners counted from 0) into indices, six per bar.
+inline void writeBarIndices(quint32 *indices, qsizetype bars)
+{
+    for (qsizetype k = 0; k < bars; ++k) {
+        const quint32 corner = quint32(4 * k);
+        const quint32 bar[6] = {corner + 1, corner + 2, corner, corner + 1, corner + 2, corner + 3};
+        std::copy(bar, bar + 6, indices + 6 * k);
+    }
+}
 
 // The larger of two values where NaN stands for a missing value: NaN only
 // when both are.
@@ -76,6 +88,14 @@ struct SampleWindow
     static int levelFor(double pixelsPerItem);
     // The visible items [visible.first, visible.last) as groups of this level.
     CellRange groupsOf(CellRange visible) const;
+    // The groups to draw for the visible items, extended by extraAfter groups
+    // on the right, counted from the window's first group and cut to it.
+    CellRange drawnGroups(CellRange visible, int extraAfter = 0) const
+    {
+        const CellRange groups = groupsOf(visible);
+        const int held = int(first);
+        return CellRange{groups.first - held, groups.last - held + extraAfter}.clampedTo(size());
+    }
 
     // Keeps the window when it still holds the visible items at the level
     // that the item width asks for, and is not far wider than the view;
