@@ -263,6 +263,17 @@ double BarPlotterDx::max_in(const QRectF &rect) const
     return peak > 0.0 ? peak : 0.0;
 }
 
+Vexal::CellRange BarPlotterDx::itemsShownBy(const QRectF &rect) const
+{
+    const QRectF area = plotterArea();
+    const double left = std::max(area.left(), rect.left());
+    const double right = std::min(area.right(), rect.right());
+    if (data().isEmpty() || !(left <= right))
+        return {};
+    // Bars from the one holding the left edge to the one holding the right edge.
+    return Vexal::CellRange{std::max(_index_at(left), 0), _index_at(right) + 1}.clampedTo(barCount());
+}
+
 QRectF BarPlotterDx::area_at(const QPointF &point) const
 {
     const int i = _index_at(point.x());

@@ -44,6 +44,7 @@ public:
     int __end_index(const QRectF &rect) const override;
 
 protected:
+    Vexal::CellRange itemsShownBy(const QRectF &rect) const override;
     // The current chart's frame: its window of bars, their arrays and uniforms.
     Vexal::PairFrame &pairFrame() const;
 

@@ -16,6 +16,7 @@
 #include <QtQuick/QQuickWindow>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 //-----------------------------------------------------------------------------
@@ -251,6 +252,15 @@ double IPlotter::min_in(const QRectF &) const
     return 0.0;
 }
 
+bool IPlotter::valueRange(const QRectF &rect, double &minimum, double &maximum) const
+{
+    if (data().isEmpty())
+        return false;
+    minimum = min_in(rect);
+    maximum = max_in(rect);
+    return true;
+}
+
 QRectF IPlotter::area_at(const QPointF &) const
 {
     return QRectF();
@@ -366,14 +376,16 @@ const IChartArea *frameChart()
     return static_cast<const IChartArea *>(Vexal::frameOwner());
 }
 
-// Device pixels across the chart whose frame is taken; 0 outside a frame.
-double chartPixelWidth()
+// The device pixels of the chart whose frame is taken: its width, its height
+// and the device pixel ratio; 0, 0, 1 outside a frame.
+std::array<double, 3> chartPixels()
 {
     const IChartArea *chart = frameChart();
     if (!chart)
-        return 0.0;
+        return {0.0, 0.0, 1.0};
     const QQuickWindow *window = chart->window();
-    return chart->width() * (window ? window->effectiveDevicePixelRatio() : 1.0);
+    const double ratio = window ? window->effectiveDevicePixelRatio() : 1.0;
+    return {chart->width() * ratio, chart->height() * ratio, ratio};
 }
 
 } // namespace
@@ -390,7 +402,8 @@ IPlotter::FrameRecord &IPlotter::currentFrame() const
 void IPlotter::captureFrame(const QRectF &visibleRect)
 {
     FrameRecord &record = currentFrame();
-    record.state = {m_visible, m_plotterArea, dataArea(), m_color, chartPixelWidth()};
+    const auto [pixelWidth, pixelHeight, pixelRatio] = chartPixels();
+    record.state = {m_visible, m_plotterArea, dataArea(), m_color, pixelWidth, pixelHeight, pixelRatio};
     if (!m_visible || !(visibleRect.intersects(m_plotterArea) || visibleRect.intersects(record.state.dataArea)))
         return;
     _fetch_render_layers(record.layers, visibleRect);

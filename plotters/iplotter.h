@@ -84,6 +84,10 @@ public:
     // ---- Queries in data coordinates
     virtual double max_in(const QRectF &area) const;
     virtual double min_in(const QRectF &area) const; // extension hook; the base returns 0.0
+    // The smallest and largest values shown in the x range of rect, of either
+    // sign, NaN ignored; false when it shows none. The base reports min_in and
+    // max_in when the plotter has data.
+    virtual bool valueRange(const QRectF &rect, double &minimum, double &maximum) const;
     virtual QRectF area_at(const QPointF &point) const;
     virtual void setPlotterArea(const QRectF &area);
     virtual SInfoPoint mouse_hovering(const QPointF &point) const;
@@ -143,6 +147,8 @@ protected:
         QRectF dataArea;      // the plotter area moved by xOffset
         QColor color;         // the plotter colour
         double pixelWidth = 0.0; // device pixels across the chart, 0 outside a chart's frame
+        double pixelHeight = 0.0; // device pixels down the chart, 0 outside a chart's frame
+        double pixelRatio = 1.0; // device pixels per logical pixel; 1
     };
 
     // What one chart's frames of this plotter draw with: taken in that chart's

@@ -33,6 +33,44 @@ double IPlotter1D::peakIn(qsizetype first, qsizetype last) const
     return peaks().peakIn(items(), dataStamp(), first, last);
 }
 
+Vexal::PeakPyramid &IPlotter1D::troughs() const
+{
+    if (!m_troughs)
+        const_cast<IPlotter1D *>(this)->m_troughs = std::make_unique<Vexal::PeakPyramid>();
+    return *m_troughs;
+}
+
+double IPlotter1D::trough(int level, qsizetype group) const
+{
+    return -troughs().peak(items().negated(), dataStamp(), level, group);
+}
+
+double IPlotter1D::troughIn(qsizetype first, qsizetype last) const
+{
+    return -troughs().peakIn(items().negated(), dataStamp(), first, last);
+}
+
+Vexal::CellRange IPlotter1D::itemsShownBy(const QRectF &rect) const
+{
+    return visibleCells(rect);
+}
+
+double IPlotter1D::min_in(const QRectF &rect) const
+{
+    double minimum = 0.0, maximum = 0.0;
+    return valueRange(rect, minimum, maximum) ? minimum : 0.0;
+}
+
+bool IPlotter1D::valueRange(const QRectF &rect, double &minimum, double &maximum) const
+{
+    const Vexal::CellRange shown = itemsShownBy(rect);
+    if (shown.isEmpty())
+        return false;
+    minimum = troughIn(shown.first, shown.last);
+    maximum = peakIn(shown.first, shown.last);
+    return !std::isnan(minimum);
+}
+
 bool IPlotter1D::followWindow(Vexal::SampleWindow &window, Vexal::CellRange visible, double pixelsPerItem) const
 {
     return window.follow(items().count, visible, pixelsPerItem, dataStamp());

@@ -26,6 +26,10 @@ public:
     ~IPlotter1D() override;
 
     double max_in(const QRectF &rect) const override;
+    // The smallest value in the x range of rect, of either sign; 0 when it
+    // shows none.
+    double min_in(const QRectF &rect) const override;
+    bool valueRange(const QRectF &rect, double &minimum, double &maximum) const override;
 
     // setData for a source that knows the largest value of values (NaN
     // ignored): plotters whose height follows the data maximum take it
@@ -47,6 +51,13 @@ protected:
     Vexal::PeakPyramid &peaks() const;
     // The peak of items [first, last), NaN when there is none.
     double peakIn(qsizetype first, qsizetype last) const;
+    // Troughs (minima) of groups of items, NaN ignored, worked out on demand
+    // like the peaks: only signed views and queries for minima need them.
+    double trough(int level, qsizetype group) const;
+    // The trough of items [first, last), NaN when there is none.
+    double troughIn(qsizetype first, qsizetype last) const;
+    // The items that rect shows along x, whatever its height.
+    virtual Vexal::CellRange itemsShownBy(const QRectF &rect) const;
     // Moves a chart's window of groups so that it holds the items that rect
     // shows (visible), items pixelsPerItem device pixels wide; true when it
     // moved and its arrays must be rebuilt.
@@ -66,6 +77,9 @@ protected:
     int itemOffset = 0; // position of an item's value among its doubles; 0
 
 private:
-    std::unique_ptr<Vexal::PeakPyramid> m_peaks; // made on first use
+    Vexal::PeakPyramid &troughs() const;
+
+    std::unique_ptr<Vexal::PeakPyramid> m_peaks;   // made on first use
+    std::unique_ptr<Vexal::PeakPyramid> m_troughs; // peaks of the negated items; made on first use
     std::optional<double> m_peakHint;            // setDataWithPeak's peak while it runs; none
 };

@@ -56,4 +56,18 @@ struct PairFrame
     QColor color;                         // bar colour
 };
 
+// A chart's frame of a LinePlotter: the segments of its view, each drawn as
+// two triangles, in device pixels from the view's bottom-left corner.
+struct LineFrame
+{
+    QRectF rect;               // visible rectangle the vertices were built for; null
+    QRectF dataArea;           // data area they were built for; null
+    QSizeF pixels;             // device pixels of the chart they were built for; empty
+    quint64 stamp = 0;         // data stamp they were built for; 0 = none
+    quint64 style = 0;         // style version (width, decimation) they were built for; 0 = none
+    QList<QVector2D> vertices; // six per segment; empty
+    QMatrix4x4 matrix;         // device pixels to clip space
+    QColor color;              // line colour
+};
+
 } // namespace Vexal

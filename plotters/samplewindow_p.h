@@ -36,13 +36,16 @@ inline double peakOf(double a, double b)
 }
 
 // A plotter's items read from its data list: item i is
-// values[offset + i * stride] (bars: every value; width/value pairs: each value).
+// sign * values[offset + i * stride] (bars: every value; width/value pairs:
+// each value). A sign of -1 turns peaks into troughs.
 struct ItemSeries
 {
     const double *values = nullptr; // the data, not owned
     qsizetype count = 0;            // number of items
     int stride = 1;                 // doubles from one item to the next
-    double at(qsizetype i) const { return values[i * stride]; }
+    double sign = 1.0;              // 1: the values; -1: the values negated
+    double at(qsizetype i) const { return sign * values[i * stride]; }
+    ItemSeries negated() const { return {values, count, stride, -sign}; }
 };
 
 // Peaks of groups of 2^level items, NaN ignored. Levels up to MaxComputedLevel

@@ -11,6 +11,7 @@
 #include <vexal/minimalwidth2d.h>
 #include <vexal/movingaverageu64.h>
 #include <vexal/areaplotter.h>
+#include <vexal/lineplotter.h>
 #include <vexal/bardecorator.h>
 #include <vexal/barplotter.h>
 #include <vexal/barplotterdx.h>
@@ -50,6 +51,7 @@ void Vexal::registerTypes()
     qmlRegisterType<BarPlotter>(ModuleName, 1, 0, "BarPlotter");
     qmlRegisterType<BarPlotterDx>(ModuleName, 1, 0, "BarPlotterDx");
     qmlRegisterType<AreaPlotter>(ModuleName, 1, 0, "AreaPlotter");
+    qmlRegisterType<LinePlotter>(ModuleName, 1, 0, "LinePlotter");
     qmlRegisterType<BarDecorator>(ModuleName, 1, 0, "BarDecorator");
     // Filter1D is registered under both of its QML names.
     qmlRegisterType<Filter1D>(ModuleName, 1, 0, "IFIlterU64");

@@ -1,0 +1,324 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
+#include <vexal/lineplotter.h>
+
+#include <vexal/ichartarea.h>
+#include <vexal/sareaplotterprogram.h>
+#include "core/cellgrid_p.h"
+#include "core/numeric_p.h"
+#include "plotters/glhelpers_p.h"
+#include "plotters/gpuarrays_p.h"
+#include "plotters/linepyramid_p.h"
+#include "plotters/plotterframes_p.h"
+
+#include <QtCore/QDebug>
+#include <QtOpenGL/QOpenGLShaderProgram>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+// Pyramid groups per pixel column, at least: each group's stroke then stays
+// within a fraction of a pixel of the values it stands for.
+constexpr double GroupsPerPixel = 4.0;
+
+// Cuts segment a-b to box; false when nothing of it lies inside.
+bool clipSegment(QPointF &a, QPointF &b, const QRectF &box)
+{
+    double t0 = 0.0, t1 = 1.0;
+    const double dx = b.x() - a.x(), dy = b.y() - a.y();
+    const double p[4] = {-dx, dx, -dy, dy};
+    const double q[4] = {a.x() - box.left(), box.right() - a.x(), a.y() - box.top(), box.bottom() - a.y()};
+    for (int i = 0; i < 4; ++i) {
+        if (p[i] == 0.0) {
+            if (q[i] < 0.0)
+                return false;
+            continue;
+        }
+        const double t = q[i] / p[i];
+        if (p[i] < 0.0)
+            t0 = std::max(t0, t);
+        else
+            t1 = std::min(t1, t);
+    }
+    if (!(t0 <= t1))
+        return false;
+    const QPointF start = a;
+    a = start + t0 * QPointF(dx, dy);
+    b = start + t1 * QPointF(dx, dy);
+    return true;
+}
+
+// Writes the segments of one frame as quads (two triangles each) in device
+// pixels, from cell positions and values.
+class SegmentWriter
+{
+public:
+    SegmentWriter(const Vexal::LineFrame &frame, const QRectF &dataArea, qsizetype cells, double width)
+        : m_cellWidth(dataArea.width() / double(cells)),
+          m_left(dataArea.left() - frame.rect.left()),
+          m_top(frame.rect.top()),
+          m_scaleX(frame.pixels.width() / frame.rect.width()),
+          m_scaleY(frame.pixels.height() / frame.rect.height()),
+          m_halfWidth(width / 2.0),
+          m_box(-width - 1.0, -width - 1.0, frame.pixels.width() + 2.0 * width + 2.0,
+                frame.pixels.height() + 2.0 * width + 2.0)
+    {
+    }
+
+    // The pixel of value v at the centre of (fractional) cell c.
+    QPointF at(double c, double v) const
+    {
+        return QPointF((m_left + (c + 0.5) * m_cellWidth) * m_scaleX, (v - m_top) * m_scaleY);
+    }
+
+    // A quad around a-b, longer by half the width at both ends, so that joins
+    // are filled and a segment of length 0 shows as a dot.
+    void add(QPointF a, QPointF b, QList<QVector2D> &out) const
+    {
+        if (!clipSegment(a, b, m_box))
+            return;
+        QPointF d = b - a;
+        const double length = std::hypot(d.x(), d.y());
+        d = length > 0.0 ? d / length : QPointF(1.0, 0.0);
+        const QPointF along = d * m_halfWidth;
+        const QPointF across(-d.y() * m_halfWidth, d.x() * m_halfWidth);
+        const QVector2D p0(a - along - across), p1(a - along + across);
+        const QVector2D p2(b + along - across), p3(b + along + across);
+        out << p0 << p1 << p2 << p2 << p1 << p3;
+    }
+
+private:
+    double m_cellWidth; // data width of a cell
+    double m_left;      // data x of the first cell's left edge, from the view's left edge
+    double m_top;       // value at the view's bottom edge
+    double m_scaleX;    // device pixels per data unit along x
+    double m_scaleY;    // device pixels per value unit
+    double m_halfWidth; // half the stroke, device pixels
+    QRectF m_box;       // segments are cut to the view and a stroke's width around it
+};
+
+// Every segment between neighbouring finite values of [first, last), and a
+// dot for a finite value between two gaps.
+void writeValueSegments(const QList<double> &values, qsizetype first, qsizetype last, const SegmentWriter &writer,
+                        QList<QVector2D> &out)
+{
+    const qsizetype n = values.size();
+    for (qsizetype i = first; i < last; ++i) {
+        const double v = values[i];
+        if (!std::isfinite(v))
+            continue;
+        const bool next = i + 1 < n && std::isfinite(values[i + 1]);
+        const bool previous = i > 0 && std::isfinite(values[i - 1]);
+        if (next)
+            writer.add(writer.at(double(i), v), writer.at(double(i + 1), values[i + 1]), out);
+        else if (!previous)
+            writer.add(writer.at(double(i), v), writer.at(double(i), v), out);
+    }
+}
+
+// Groups [first, last) of one level: a vertical stroke from each group's
+// minimum to its maximum at its centre, joined last-to-first to the next.
+void writeGroupSegments(const std::vector<Vexal::LinePyramid::Group> &groups, qsizetype size, qsizetype values,
+                        qsizetype first, qsizetype last, const SegmentWriter &writer, QList<QVector2D> &out)
+{
+    const qsizetype count = qsizetype(groups.size());
+    for (qsizetype j = first; j < std::min(last, count); ++j) {
+        const Vexal::LinePyramid::Group &g = groups[size_t(j)];
+        const double centre = (double(j * size) + double(std::min((j + 1) * size, values) - 1)) / 2.0;
+        if (!std::isnan(g.min))
+            writer.add(writer.at(centre, g.min), writer.at(centre, g.max), out);
+        if (j + 1 < count && std::isfinite(g.last) && std::isfinite(groups[size_t(j + 1)].first)) {
+            const double nextCentre = (double((j + 1) * size) + double(std::min((j + 2) * size, values) - 1)) / 2.0;
+            writer.add(writer.at(centre, g.last), writer.at(nextCentre, groups[size_t(j + 1)].first), out);
+        }
+    }
+}
+
+} // namespace
+
+//-----------------------------------------------------------------------------
+// [SECTION] Construction and properties
+//-----------------------------------------------------------------------------
+
+LinePlotter::LinePlotter(QObject *parent)
+    : IPlotter1D(parent),
+      m_pyramid(std::make_unique<Vexal::LinePyramid>())
+{
+    programLabel = QStringLiteral("line");
+}
+
+LinePlotter::~LinePlotter()
+{
+    detachFromChart();
+}
+
+void LinePlotter::setLineWidth(double width)
+{
+    if (!(width > 0.0) || !std::isfinite(width)) {
+        qWarning().nospace() << "LinePlotter: lineWidth " << width << " is not a positive width; using 1";
+        width = 1.0;
+    }
+    if (m_lineWidth == width)
+        return;
+    m_lineWidth = width;
+    ++m_styleVersion;
+    emit lineWidthChanged();
+    requestChartUpdate();
+}
+
+void LinePlotter::setDecimation(bool enable)
+{
+    if (m_decimation == enable)
+        return;
+    m_decimation = enable;
+    ++m_styleVersion;
+    emit decimationChanged();
+    requestChartUpdate();
+}
+
+void LinePlotter::setData(const QList<double> &data)
+{
+    if (Vexal::sameData(m_data, data))
+        return;
+    m_data = data;
+    markDataReplaced();
+    m_pyramid->build(m_data);
+    storePlotterArea(withDataExtent(plotterArea()));
+    emit dataChanged();
+    requestChartUpdate();
+}
+
+void LinePlotter::setPlotterArea(const QRectF &area)
+{
+    storePlotterArea(withDataExtent(area));
+}
+
+QRectF LinePlotter::withDataExtent(QRectF area) const
+{
+    // From the smallest finite value (or 0) to the largest (or 0), so that
+    // all-negative data lie inside too; a flat line at 0 keeps the smallest
+    // height that still intersects views.
+    double min = 0.0, max = 0.0;
+    if (!m_pyramid->range(m_data, 0, m_data.size(), min, max))
+        min = max = 0.0;
+    const double bottom = std::min(min, 0.0);
+    area.setTop(bottom);
+    area.setHeight(std::max(std::max(max, 0.0) - bottom, std::numeric_limits<double>::min()));
+    return area;
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Queries
+//-----------------------------------------------------------------------------
+
+bool LinePlotter::valueRange(const QRectF &rect, double &minimum, double &maximum) const
+{
+    const Vexal::CellRange shown = visibleCells(rect);
+    return !shown.isEmpty() && m_pyramid->range(m_data, shown.first, shown.last, minimum, maximum);
+}
+
+SInfoPoint LinePlotter::mouse_hovering(const QPointF &point) const
+{
+    SInfoPoint info;
+    info.plotter = const_cast<LinePlotter *>(this);
+    info.index = _index_at(point.x());
+    if (info.index < 0 || info.index >= m_data.size())
+        return info;
+    const double v = m_data[info.index];
+    const Vexal::CellGrid grid(dataArea(), m_data.size());
+    info.area = QRectF(grid.cellLeft(info.index), std::min(v, 0.0), grid.cellWidth(), std::abs(v));
+    info.x = grid.cellLeft(info.index) + grid.cellWidth() / 2.0;
+    info.value = v;
+    info.valid = std::isfinite(v);
+    return info;
+}
+
+//-----------------------------------------------------------------------------
+// [SECTION] Frame
+//-----------------------------------------------------------------------------
+
+Vexal::LineFrame &LinePlotter::lineFrame() const
+{
+    return frameExtra<Vexal::LineFrame>();
+}
+
+void LinePlotter::buildVertices(Vexal::LineFrame &frame) const
+{
+    frame.vertices.clear();
+    const Vexal::CellRange visible = visibleCells(frame.rect);
+    if (visible.isEmpty() || frame.pixels.isEmpty() || !(frame.rect.width() > 0.0) || !(frame.rect.height() > 0.0))
+        return;
+    // One cell beyond each edge: the segments that leave the view are drawn.
+    const qsizetype n = m_data.size();
+    const qsizetype first = std::max<qsizetype>(visible.first - 1, 0);
+    const qsizetype last = std::min<qsizetype>(qsizetype(visible.last) + 1, n);
+    const SegmentWriter writer(frame, frame.dataArea, n, m_lineWidth * currentFrame().state.pixelRatio);
+    const double valuesPerPixel = frame.rect.width() / frame.pixels.width() / sampleWidth();
+    const int level = m_decimation ? m_pyramid->levelFor(valuesPerPixel / GroupsPerPixel) : 0;
+    if (level == 0) {
+        writeValueSegments(m_data, first, last, writer, frame.vertices);
+        return;
+    }
+    const qsizetype size = Vexal::LinePyramid::groupSize(level);
+    writeGroupSegments(m_pyramid->level(level), size, n, first / size, (last + size - 1) / size, writer,
+                       frame.vertices);
+}
+
+void LinePlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area)
+{
+    Vexal::LineFrame &frame = lineFrame();
+    const FrameState &state = currentFrame().state;
+    const QSizeF pixels(state.pixelWidth, state.pixelHeight);
+    const bool current = Vexal::sameRect(frame.rect, area) && Vexal::sameRect(frame.dataArea, state.dataArea)
+                         && frame.pixels == pixels && frame.stamp == dataStamp() && frame.style == m_styleVersion;
+    if (!current) {
+        frame.rect = area;
+        frame.dataArea = state.dataArea;
+        frame.pixels = pixels;
+        frame.stamp = dataStamp();
+        frame.style = m_styleVersion;
+        buildVertices(frame);
+        gpuArrays().markChanged(0);
+    }
+    // Device pixels from the bottom-left corner to clip space, where +1 is
+    // the bottom edge in the chart's framebuffer.
+    QMatrix4x4 matrix;
+    if (!pixels.isEmpty()) {
+        matrix.translate(-1.0f, 1.0f);
+        matrix.scale(float(2.0 / pixels.width()), float(-2.0 / pixels.height()));
+    }
+    frame.matrix = matrix;
+    frame.color = state.color;
+    if (layers.size() != 1) {
+        SRenderLayerDefinition line;
+        line.program = QString::fromLatin1(SAreaPlotterProgram::Name);
+        line.mode = DrawFlags::Arrays | GL_TRIANGLES;
+        line.attributes = {0};
+        layers = {line};
+    }
+    layers[0].count = qint32(frame.vertices.size());
+}
+
+QList<SAttributeDefinition> LinePlotter::declareArributeArray()
+{
+    return {Vexal::attributeDefinition(QStringLiteral("vertex"), DirtyBits::Vertex, QOpenGLBuffer::VertexBuffer,
+                                       QOpenGLBuffer::DynamicDraw, GL_FLOAT, 2, &dataMutex)};
+}
+
+SAttributePointer LinePlotter::_fetch_attribute_data(const int &index) const
+{
+    if (index != 0)
+        return SAttributePointer();
+    const QList<QVector2D> &vertices = lineFrame().vertices;
+    return {vertices.constData(), qint32(vertices.size() * qsizetype(sizeof(QVector2D)))};
+}
+
+void LinePlotter::_update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &)
+{
+    const Vexal::LineFrame &frame = lineFrame();
+    program.setUniformValue("matrix", frame.matrix);
+    program.setUniformValue("color", frame.color);
+}

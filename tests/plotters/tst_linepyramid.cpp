@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The Vexal developers
+// SPDX-License-Identifier: MIT
+// Tests of the line pyramid: its groups and the visible ranges it answers.
+#include "plotters/linepyramid_p.h"
+#include "randomwalk.h"
+
+#include <QtTest/QTest>
+
+#include <cmath>
+#include <limits>
+
+using PlotterTest::randomWalk;
+
+namespace {
+
+constexpr double Inf = std::numeric_limits<double>::infinity();
+constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+
+} // namespace
+
+class tst_LinePyramid : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void groupsHoldFirstMinMaxLast_data();
+    void groupsHoldFirstMinMaxLast();
+    void levelsShrinkToOneGroup();
+    void rangeEqualsTheRawScan_data();
+    void rangeEqualsTheRawScan();
+    void levelForChoosesTheDeepestGroupWithinAPixel();
+};
+
+void tst_LinePyramid::groupsHoldFirstMinMaxLast_data()
+{
+    QTest::addColumn<QList<double>>("values");
+    QTest::addColumn<QList<double>>("group"); // first, min, max, last of group 0
+
+    QTest::newRow("signed values keep their troughs") << QList<double>{1, -3, 2, 0} << QList<double>{1, -3, 2, 0};
+    QTest::newRow("NaN is skipped by min and max but kept at the edges")
+        << QList<double>{NaN, 5, -1, NaN} << QList<double>{NaN, -1, 5, NaN};
+    QTest::newRow("infinity is not finite") << QList<double>{Inf, 2, -Inf, 3} << QList<double>{Inf, 2, 3, 3};
+    QTest::newRow("a short last group ends at the data") << QList<double>{7, 8} << QList<double>{7, 7, 8, 8};
+}
+
+void tst_LinePyramid::groupsHoldFirstMinMaxLast()
+{
+    QFETCH(QList<double>, values);
+    QFETCH(QList<double>, group);
+
+    Vexal::LinePyramid pyramid;
+    pyramid.build(values);
+    QVERIFY(pyramid.levelCount() >= 1);
+    const Vexal::LinePyramid::Group g = pyramid.level(1).front();
+    const double actual[4] = {g.first, g.min, g.max, g.last};
+    for (int i = 0; i < 4; ++i) {
+        if (std::isnan(group[i]))
+            QVERIFY(std::isnan(actual[i]));
+        else
+            QCOMPARE(actual[i], group[i]);
+    }
+}
+
+void tst_LinePyramid::levelsShrinkToOneGroup()
+{
+    Vexal::LinePyramid pyramid;
+    pyramid.build(randomWalk(1000, 1));
+    QCOMPARE(pyramid.level(1).size(), size_t(250));
+    QCOMPARE(pyramid.level(pyramid.levelCount()).size(), size_t(1));
+    pyramid.build({});
+    QCOMPARE(pyramid.levelCount(), 0);
+}
+
+void tst_LinePyramid::rangeEqualsTheRawScan_data()
+{
+    QTest::addColumn<qsizetype>("start");
+    QTest::addColumn<qsizetype>("end");
+
+    QTest::newRow("the whole series") << qsizetype(0) << qsizetype(10007);
+    QTest::newRow("ragged edges on both sides") << qsizetype(13) << qsizetype(9001);
+    QTest::newRow("a few samples") << qsizetype(500) << qsizetype(503);
+    QTest::newRow("a range past the end is cut") << qsizetype(9990) << qsizetype(20000);
+}
+
+void tst_LinePyramid::rangeEqualsTheRawScan()
+{
+    QFETCH(qsizetype, start);
+    QFETCH(qsizetype, end);
+
+    QList<double> values = randomWalk(10007, 2);
+    values[700] = NaN;
+    values[701] = Inf;
+    Vexal::LinePyramid pyramid;
+    pyramid.build(values);
+    double min = Inf, max = -Inf;
+    for (qsizetype i = start; i < std::min(end, values.size()); ++i) {
+        if (std::isfinite(values[i])) {
+            min = std::min(min, values[i]);
+            max = std::max(max, values[i]);
+        }
+    }
+    double rangeMin = 0.0, rangeMax = 0.0;
+    QVERIFY(pyramid.range(values, start, end, rangeMin, rangeMax));
+    QCOMPARE(rangeMin, min);
+    QCOMPARE(rangeMax, max);
+}
+
+void tst_LinePyramid::levelForChoosesTheDeepestGroupWithinAPixel()
+{
+    Vexal::LinePyramid pyramid;
+    pyramid.build(randomWalk(100000, 3));
+    QCOMPARE(pyramid.levelFor(0.5), 0);
+    QCOMPARE(pyramid.levelFor(4.0), 1);
+    QCOMPARE(pyramid.levelFor(83.3), 3);
+    QCOMPARE(pyramid.levelFor(1e12), pyramid.levelCount());
+}
+
+QTEST_APPLESS_MAIN(tst_LinePyramid)
+#include "tst_linepyramid.moc"
