@@ -12,6 +12,7 @@
 #include <QtCore/QThreadPool>
 
 #include <algorithm>
+#include <cmath>
 
 ChartArea::ChartArea(QQuickItem *parent)
     : IChartArea(parent)
@@ -63,6 +64,15 @@ void ChartArea::setAdaptChartHeight(bool adapt)
     emit adaptChartHeightChanged();
 }
 
+void ChartArea::setIncludeZero(bool include)
+{
+    if (m_includeZero == include)
+        return;
+    m_includeZero = include;
+    emit includeZeroChanged();
+    requestUpdate();
+}
+
 void ChartArea::resetZoomView()
 {
     setZoomRect(chartRect());
@@ -78,6 +88,40 @@ QRectF ChartArea::visibleRect() const
     return m_zoomRect;
 }
 
+void ChartArea::fitHeightFromZero(QRectF &r) const
+{
+    double m = 1.0;
+    for (const IPlotter *p : plotter()) {
+        if (p->visible())
+            m = std::max(m, p->max_in(m_zoomRect));
+    }
+    // Plotter areas reaching below 0 (signed lines) keep their bottom.
+    const double top = m * 1.05;
+    r.setHeight(r.top() < 0.0 ? top - r.top() : top);
+}
+
+bool ChartArea::fitHeightToValues(QRectF &r) const
+{
+    double low = qInf(), high = -qInf();
+    for (const IPlotter *p : plotter()) {
+        double minimum = 0.0, maximum = 0.0;
+        if (p->visible() && p->valueRange(m_zoomRect, minimum, maximum)) {
+            low = std::min(low, minimum);
+            high = std::max(high, maximum);
+        }
+    }
+    if (!std::isfinite(low) || !std::isfinite(high) || !std::isfinite(high - low))
+        return false;
+    // 5 % of the span above and below; a constant gets 5 % of its value, or 1 at 0.
+    const double span = high - low;
+    double margin = span > 0.0 ? 0.05 * span : 0.05 * std::abs(low);
+    if (!(high + margin > low - margin)) // 0, or too small to tell apart at these values
+        margin = 1.0;
+    r.setTop(low - margin);
+    r.setBottom(high + margin);
+    return true;
+}
+
 void ChartArea::updateArea()
 {
     IChartArea::updateArea();
@@ -86,12 +130,8 @@ void ChartArea::updateArea()
     if (r.isNull())
         r = chart;
     if (m_adaptChartHeight) {
-        double m = 1.0;
-        for (const IPlotter *p : plotter()) {
-            if (p->visible())
-                m = std::max(m, p->max_in(m_zoomRect));
-        }
-        r.setHeight(m * 1.05);
+        if (m_includeZero || !fitHeightToValues(r))
+            fitHeightFromZero(r);
     } else {
         r.setHeight(chart.height());
         r = r.intersected(chart);

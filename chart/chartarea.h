@@ -8,13 +8,15 @@
 #include <QtQuick/QQuickItemGrabResult>
 
 // The chart item that QML views use: it draws the sub-rectangle zoomRect of
-// chartRect, lets the zoom's height follow the largest visible value, and can
-// grab a picture of itself.
+// chartRect, lets the zoom's height follow the visible values (from 0 up to
+// the largest, or around all of them for signed data), and can grab a picture
+// of itself.
 class VEXAL_EXPORT ChartArea : public IChartArea
 {
     Q_OBJECT
     Q_PROPERTY(QRectF zoomRect READ zoomRect WRITE setZoomRect NOTIFY zoomRectChanged)
     Q_PROPERTY(bool adaptChartHeight READ adaptChartHeight WRITE setAdaptChartHeight NOTIFY adaptChartHeightChanged)
+    Q_PROPERTY(bool includeZero READ includeZero WRITE setIncludeZero NOTIFY includeZeroChanged)
 
 public:
     explicit ChartArea(QQuickItem *parent = nullptr);
@@ -24,6 +26,8 @@ public:
     void setZoomRect(const QRectF &rect);
     bool adaptChartHeight() const { return m_adaptChartHeight; }
     void setAdaptChartHeight(bool adapt);
+    bool includeZero() const { return m_includeZero; }
+    void setIncludeZero(bool include);
 
     // Shows the whole chartRect again.
     Q_INVOKABLE void resetZoomView();
@@ -38,11 +42,19 @@ public:
 signals:
     void zoomRectChanged();
     void adaptChartHeightChanged();
+    void includeZeroChanged();
 
 private:
     void startShowingAllOnceSettled();
+    // The zoom's vertical range from 0 (or the plotters' lowest bottom) to
+    // just above the largest visible value.
+    void fitHeightFromZero(QRectF &r) const;
+    // The zoom's vertical range around the visible values, wherever they lie;
+    // false when no visible plotter shows a finite value.
+    bool fitHeightToValues(QRectF &r) const;
 
     QRectF m_zoomRect{0, 0, 1, 1};                   // data rectangle shown, kept inside chartRect
     QSharedPointer<QQuickItemGrabResult> m_grabResult; // result of the last exportImage, null
     bool m_adaptChartHeight = true;                  // zoom height follows the visible maximum
+    bool m_includeZero = true;                       // the adapted height starts at 0; false: spans the visible values
 };
