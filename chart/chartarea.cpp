@@ -70,6 +70,9 @@ void ChartArea::setIncludeZero(bool include)
         return;
     m_includeZero = include;
     emit includeZeroChanged();
+    // The heights from 0 start at the chart's bottom, not where the values were.
+    if (include)
+        setZoomRect(m_zoomRect.translated(0.0, chartRect().top() - m_zoomRect.top()));
     requestUpdate();
 }
 

@@ -50,6 +50,10 @@ private slots:
     void freshChartShowsUnitZoomAfterFirstUpdate();
     void zoomHeightFollowsVisibleMaximum_data();
     void zoomHeightFollowsVisibleMaximum();
+    void signedZoomSpansTheVisibleValues_data();
+    void signedZoomSpansTheVisibleValues();
+    void signedZoomFollowsTheVisibleCellsOnly();
+    void includeZeroNotifiesAndRedraws();
     void zoomOutsideChartRectIsReplaced();
     void fixedHeightTakesChartHeight();
     void resetZoomViewShowsWholeChart();
@@ -131,6 +135,85 @@ void tst_ChartArea::zoomHeightFollowsVisibleMaximum()
     QCOMPARE(chart.zoomRect().height(), expectedHeight);
     QCOMPARE(chart.zoomRect().left(), 0.0);
     QCOMPARE(chart.zoomRect().width(), 3.0);
+}
+
+void tst_ChartArea::signedZoomSpansTheVisibleValues_data()
+{
+    QTest::addColumn<QList<double>>("first");
+    QTest::addColumn<QList<double>>("second");
+    QTest::addColumn<bool>("secondVisible");
+    QTest::addColumn<double>("expectedBottom");
+    QTest::addColumn<double>("expectedTop");
+
+    QTest::newRow("signed data get 5 % of their span above and below")
+        << QList<double>{-4, 6, 1} << QList<double>{} << true << -4.5 << 6.5;
+    QTest::newRow("all-negative data stay below 0")
+        << QList<double>{-10, -30, -20} << QList<double>{} << true << -31.0 << -9.0;
+    QTest::newRow("all-positive data do not reach down to 0")
+        << QList<double>{100, 110, 105} << QList<double>{} << true << 99.5 << 110.5;
+    QTest::newRow("two visible plotters are spanned together")
+        << QList<double>{-4, 6, 1} << QList<double>{10, 2, 3} << true << -4.7 << 10.7;
+    QTest::newRow("an invisible plotter does not count")
+        << QList<double>{-4, 6, 1} << QList<double>{10, 2, 3} << false << -4.5 << 6.5;
+    QTest::newRow("a constant gets 5 % of its value")
+        << QList<double>{-20, -20, -20} << QList<double>{} << true << -21.0 << -19.0;
+    QTest::newRow("a constant 0 gets 1 above and below")
+        << QList<double>{0, 0, 0} << QList<double>{} << true << -1.0 << 1.0;
+    QTest::newRow("NaN values are ignored")
+        << QList<double>{qQNaN(), -2, 2} << QList<double>{} << true << -2.2 << 2.2;
+    QTest::newRow("no finite value keeps the heights from 0")
+        << QList<double>{qQNaN(), qQNaN(), qQNaN()} << QList<double>{} << true << 0.0 << 1.05;
+}
+
+void tst_ChartArea::signedZoomSpansTheVisibleValues()
+{
+    QFETCH(QList<double>, first);
+    QFETCH(QList<double>, second);
+    QFETCH(bool, secondVisible);
+    QFETCH(double, expectedBottom);
+    QFETCH(double, expectedTop);
+
+    ChartArea chart;
+    chart.setUpdateIntervalMs(0);
+    chart.setIncludeZero(false);
+    addSeries(chart, first);
+    if (!second.isEmpty())
+        addSeries(chart, second)->setVisible(secondVisible);
+    chart.setZoomRect(QRectF(0, 0, 3, 1));
+    chart.updateArea();
+    QVERIFY2(qAbs(chart.zoomRect().top() - expectedBottom) < 1e-9, QByteArray::number(chart.zoomRect().top()));
+    QVERIFY2(qAbs(chart.zoomRect().bottom() - expectedTop) < 1e-9, QByteArray::number(chart.zoomRect().bottom()));
+    QCOMPARE(chart.zoomRect().left(), 0.0);
+    QCOMPARE(chart.zoomRect().width(), 3.0);
+}
+
+void tst_ChartArea::signedZoomFollowsTheVisibleCellsOnly()
+{
+    ChartArea chart;
+    chart.setUpdateIntervalMs(0);
+    chart.setIncludeZero(false);
+    addSeries(chart, {-100, 1, 2, 3, 100});
+    chart.setZoomRect(QRectF(1, 0, 3, 1));
+    chart.updateArea();
+    QCOMPARE(chart.zoomRect().top(), 0.9);
+    QCOMPARE(chart.zoomRect().bottom(), 3.1);
+    chart.setIncludeZero(true);
+    chart.updateArea();
+    QCOMPARE(chart.zoomRect().top(), 0.0);
+    QCOMPARE(chart.zoomRect().height(), 3.0 * 1.05);
+}
+
+void tst_ChartArea::includeZeroNotifiesAndRedraws()
+{
+    CountingChartArea chart;
+    QCOMPARE(chart.includeZero(), true);
+    QSignalSpy spy(&chart, &ChartArea::includeZeroChanged);
+    chart.setIncludeZero(true);
+    QCOMPARE(spy.count(), 0);
+    chart.setIncludeZero(false);
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(chart.includeZero(), false);
+    QCOMPARE(chart.accepted, 1);
 }
 
 void tst_ChartArea::zoomOutsideChartRectIsReplaced()
