@@ -143,11 +143,11 @@ void AreaPlotter::rebuildWindowVertices(Vexal::AreaFrame &frame)
     frame.fill.resize(2 * window.size());
     frame.border.resize(window.size());
     for (qsizetype k = 0; k < window.size(); ++k) {
-        const double peak = peaks().peak(samples, dataStamp(), window.level, window.first + k);
-        const QVector2D top(float(k), Vexal::toFloat(peak));
-        frame.fill[2 * k] = QVector2D(float(k), 0.0f);
-        frame.fill[2 * k + 1] = top;
-        frame.border[k] = top;
+        const qsizetype group = window.first + k;
+        const auto [low, high] = columnOf(window.level, group, frame.hangs);
+        frame.fill[2 * k] = QVector2D(float(k), low);
+        frame.fill[2 * k + 1] = QVector2D(float(k), high);
+        frame.border[k] = QVector2D(float(k), Vexal::toFloat(peaks().peak(samples, dataStamp(), window.level, group)));
     }
     gpuArrays().markChanged(FillAttribute);
     gpuArrays().markChanged(BorderAttribute);
@@ -162,8 +162,11 @@ void AreaPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, co
     Vexal::AreaFrame &frame = areaFrame();
     frame.rect = area;
     const Vexal::CellRange visible = visibleCells(frame.rect);
-    if (followWindow(frame.window, visible, sampleWidth() * pixelsPerUnit(area)))
+    const bool hangs = area.top() < 0.0;
+    if (followWindow(frame.window, visible, sampleWidth() * pixelsPerUnit(area)) || frame.hangs != hangs) {
+        frame.hangs = hangs;
         rebuildWindowVertices(frame);
+    }
     // One vertex past the visible ones where there is one: the curve runs on
     // to the next sample instead of ending a cell short of the view's edge.
     const Vexal::CellRange drawn = frame.window.drawnGroups(visible, 1);

@@ -48,11 +48,12 @@ const char *const VertexBody =
     "uniform vec4 color;\n"
     "uniform float curr_time;\n"
     "uniform float screen_dy;\n"
+    "uniform float screen_y;\n"
     "void main()\n"
     "{\n"
     "   float alpha = min ( max( time - curr_time, 0.0 ), color.w );\n"
     "   vColor      = vec4(color.xyz, alpha );\n"
-    "   float y\t\t= -point.y*screen_dy + 1.0;   gl_Position = vec4( point.x, y, 1.0, 1.0);\n"
+    "   float y\t\t= -(point.y - screen_y)*screen_dy + 1.0;   gl_Position = vec4( point.x, y, 1.0, 1.0);\n"
     "}\n";
 
 const char *const AttributeFragmentShader =
@@ -392,6 +393,7 @@ void BarDecorator::render(const QRectF &area)
     gl->glBlendFunc(GL_SRC_ALPHA, GL_DST_ALPHA);
     program->bind();
     program->setUniformValue("screen_dy", Vexal::toFloat(2.0 / area.height()));
+    program->setUniformValue("screen_y", Vexal::toFloat(area.top()));
     program->setUniformValue("color", frame.color);
     program->setUniformValue("curr_time", own.time);
 

@@ -51,11 +51,12 @@ bool hasVertexIds(int variant)
     return variant == 0 || variant == 3;
 }
 
-// Every vertex shader declares the same three uniforms after its inputs.
+// Every vertex shader declares the same four uniforms after its inputs.
 #define BAR_UNIFORMS                  \
     "uniform float screen_x;\n"       \
     "uniform float screen_dx;\n"      \
-    "uniform float screen_dy;\n"
+    "uniform float screen_dy;\n"      \
+    "uniform float screen_y;\n"
 
 const char *const AttributeVertexShader =
     "attribute float point;\n"
@@ -64,7 +65,7 @@ const char *const AttributeVertexShader =
     "void main()\n"
     "{\n"
     "   float x\t\t= vertexID * screen_dx + screen_x;\n"
-    "   gl_Position\t= vec4( x, -point/screen_dy + 1.0, 1.0, 1.0);\n"
+    "   gl_Position\t= vec4( x, -(point - screen_y)/screen_dy + 1.0, 1.0, 1.0);\n"
     "}\n";
 
 const char *const Glsl130VertexShader =
@@ -75,7 +76,7 @@ const char *const Glsl130VertexShader =
     "{\n"
     "   float index\t= trunc( gl_VertexID / 4 ) + mod( gl_VertexID, 2 );\n"
     "   float x\t\t= index * screen_dx + screen_x;\n"
-    "   gl_Position\t= vec4( x, -point/screen_dy + 1, 1.0, 1.0);\n"
+    "   gl_Position\t= vec4( x, -(point - screen_y)/screen_dy + 1, 1.0, 1.0);\n"
     "}";
 
 const char *const Glsl150VertexShader =
@@ -85,7 +86,7 @@ const char *const Glsl150VertexShader =
     "void main()\n"
     "{\n"
     "   float x1 = gl_VertexID * screen_dx + screen_x; float x2 = (gl_VertexID+1) * screen_dx + screen_x;"
-    " gl_Position = vec4( x1, -point/screen_dy + 1, x2, 1.0);\n"
+    " gl_Position = vec4( x1, -(point - screen_y)/screen_dy + 1, x2, screen_y/screen_dy + 1);\n"
     "}";
 
 const char *const Glsl150GeometryShader =
@@ -95,8 +96,8 @@ const char *const Glsl150GeometryShader =
     "void main()\n"
     "{\n"
     "   vec4 bar = gl_in[0].gl_Position;\n"
-    "   gl_Position = vec4( bar.x, 1.0, 0.0, 1.0); EmitVertex();\n"
-    "   gl_Position = vec4( bar.z, 1.0, 0.0, 1.0); EmitVertex();\n"
+    "   gl_Position = vec4( bar.x, bar.w, 0.0, 1.0); EmitVertex();\n"
+    "   gl_Position = vec4( bar.z, bar.w, 0.0, 1.0); EmitVertex();\n"
     "   gl_Position = vec4( bar.x, bar.y, 0.0, 1.0); EmitVertex();\n"
     "   gl_Position = vec4( bar.z, bar.y, 0.0, 1.0); EmitVertex();\n"
     "   EndPrimitive();\n"
@@ -228,8 +229,11 @@ void BarPlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &, const QRe
     const qsizetype count = data().size();
     const Vexal::CellGrid grid(dataArea(), count);
     const Vexal::CellRange visible = visibleCells(area);
-    if (followWindow(frame.window, visible, grid.cellWidth() * pixelsPerUnit(area)))
+    const bool hangs = area.top() < 0.0;
+    if (followWindow(frame.window, visible, grid.cellWidth() * pixelsPerUnit(area)) || frame.hangs != hangs) {
+        frame.hangs = hangs;
         rebuildWindowArrays(frame);
+    }
     frame.drawn = frame.window.drawnGroups(visible);
     frame.groupWidth = grid.cellWidth() * double(frame.window.groupSize());
     frame.left = grid.cellLeft(frame.window.first * frame.window.groupSize());
@@ -242,11 +246,12 @@ void BarPlotter::rebuildWindowArrays(Vexal::BarFrame &frame)
     const qsizetype perBar = pointsPerBar(variant);
     const qsizetype bars = window.size();
     const qsizetype items = data().size();
-    const Vexal::ItemSeries values = this->items();
-    frame.points.fill(0.0f, bars * perBar);
+    frame.points.resize(bars * perBar);
     for (qsizetype k = 0; k < bars; ++k) {
-        const float top = Vexal::toFloat(peaks().peak(values, dataStamp(), window.level, window.first + k));
-        std::fill_n(frame.points.data() + k * perBar + perBar / 2, perBar - perBar / 2, top);
+        const auto [bottom, top] = columnOf(window.level, window.first + k, frame.hangs);
+        float *corners = frame.points.data() + k * perBar;
+        std::fill_n(corners, perBar / 2, bottom);
+        std::fill_n(corners + perBar / 2, perBar - perBar / 2, top);
     }
     frame.indices.resize(hasIndices(variant) ? bars * 6 : 0);
     Vexal::writeBarIndices(frame.indices.data(), frame.indices.size() / 6);
@@ -303,6 +308,7 @@ void BarPlotter::render(const QRectF &area)
     program->setUniformValue("screen_dx", Vexal::toFloat(2.0 * frame.groupWidth / area.width()));
     program->setUniformValue("screen_x", Vexal::toFloat(2.0 * (frame.left - area.left()) / area.width() - 1.0));
     program->setUniformValue("screen_dy", Vexal::toFloat(area.height() * 0.5));
+    program->setUniformValue("screen_y", Vexal::toFloat(area.top()));
     bindAttributes(*program);
     QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
     Vexal::GpuArrays &gpu = gpuArrays();

@@ -139,7 +139,6 @@ void BarPlotterDx::rebuildWindowArrays(Vexal::PairFrame &frame)
 {
     const Vexal::SampleWindow &window = frame.window;
     const QList<double> &e = edges();
-    const Vexal::ItemSeries values = items();
     const qsizetype size = window.groupSize();
     frame.vertices.resize(4 * window.size());
     frame.indices.resize(6 * window.size());
@@ -147,10 +146,12 @@ void BarPlotterDx::rebuildWindowArrays(Vexal::PairFrame &frame)
         const qsizetype group = window.first + k;
         const Vexal::SplitDouble left = Vexal::splitDouble(e[group * size]);
         const Vexal::SplitDouble right = Vexal::splitDouble(e[std::min(qsizetype(barCount()), (group + 1) * size)]);
-        const float top = Vexal::toFloat(peaks().peak(values, dataStamp(), window.level, group));
+        const auto [low, high] = columnOf(window.level, group, frame.bottom < 0.0);
+        const float bottom = Vexal::toFloat(low - frame.bottom);
+        const float top = Vexal::toFloat(high - frame.bottom);
         Vertex *corners = frame.vertices.data() + 4 * k;
-        corners[0] = {left.msb, left.lsb, 0.0f};
-        corners[1] = {right.msb, right.lsb, 0.0f};
+        corners[0] = {left.msb, left.lsb, bottom};
+        corners[1] = {right.msb, right.lsb, bottom};
         corners[2] = {left.msb, left.lsb, top};
         corners[3] = {right.msb, right.lsb, top};
     }
@@ -176,8 +177,12 @@ void BarPlotterDx::__update_draw_index()
     const int last = std::max(firstEdgeAtOrAfter(right, 0), first);
     const QList<double> &e = edges();
     const double pixelsPerBar = last > first ? (e[last] - e[first]) / (last - first) * pixelsPerUnit(frame.rect) : 0.0;
-    if (followWindow(frame.window, {first, last}, pixelsPerBar))
+    // The program maps value 0 to the bottom edge: vertices hold values
+    // counted from the view's bottom, rebuilt when that moves.
+    if (followWindow(frame.window, {first, last}, pixelsPerBar) || frame.bottom != frame.rect.top()) {
+        frame.bottom = frame.rect.top();
         rebuildWindowArrays(frame);
+    }
     frame.drawn = frame.window.drawnGroups({first, last});
 }
 
@@ -209,6 +214,7 @@ void BarPlotterDx::captureUniforms(Vexal::PairFrame &frame)
     frame.xLsb = left.lsb;
     frame.screenDx = Vexal::toFloat(2.0 / frame.rect.width());
     frame.screenDy = Vexal::toFloat(frame.rect.height() * 0.5);
+
     frame.color = color();
 }
 
@@ -219,6 +225,7 @@ void BarPlotterDx::_update_uniforms(QOpenGLShaderProgram &program, const SRender
     program.setUniformValue("x_lsb", frame.xLsb);
     program.setUniformValue("screen_dx", frame.screenDx);
     program.setUniformValue("screen_dy", frame.screenDy);
+
     program.setUniformValue("color", frame.color);
 }
 

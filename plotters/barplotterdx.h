@@ -23,7 +23,7 @@ public:
     {
         float xMsb = 0.0f; // x rounded to float, relative to the plotter area's left edge
         float xLsb = 0.0f; // what that rounding lost
-        float y = 0.0f;    // value, measured from 0 upwards
+        float y = 0.0f;    // value, measured from the value at the view's bottom edge
     };
 
     explicit BarPlotterDx(QObject *parent = nullptr);

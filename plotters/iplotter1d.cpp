@@ -3,6 +3,7 @@
 #include <vexal/iplotter1d.h>
 
 #include "core/cellgrid_p.h"
+#include "core/numeric_p.h"
 #include "plotters/samplewindow_p.h"
 
 #include <cmath>
@@ -48,6 +49,15 @@ double IPlotter1D::trough(int level, qsizetype group) const
 double IPlotter1D::troughIn(qsizetype first, qsizetype last) const
 {
     return -troughs().peakIn(items().negated(), dataStamp(), first, last);
+}
+
+std::pair<float, float> IPlotter1D::columnOf(int level, qsizetype group, bool hangs) const
+{
+    const double peak = peaks().peak(items(), dataStamp(), level, group);
+    if (!hangs)
+        return {0.0f, Vexal::toFloat(peak)};
+    const double low = trough(level, group);
+    return {Vexal::toFloat(std::min(low, 0.0)), Vexal::toFloat(std::max(peak, 0.0))};
 }
 
 Vexal::CellRange IPlotter1D::itemsShownBy(const QRectF &rect) const

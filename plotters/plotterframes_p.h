@@ -26,6 +26,7 @@ struct BarFrame
     double left = 0.0;        // data x of the window's left edge; 0
     double groupWidth = 0.0;  // data width of one group; 0
     CellRange drawn;          // groups drawn, counted from the window's left; none
+    bool hangs = false;       // built for a view reaching below 0: bars hang down from 0; false
 };
 
 // A chart's frame of an AreaPlotter.
@@ -33,6 +34,7 @@ struct AreaFrame
 {
     QRectF rect;             // visible rectangle, null
     SampleWindow window;     // groups of samples held; none
+    bool hangs = false;      // built for a view reaching below 0: filled down to the troughs; false
     QList<QVector2D> fill;   // fill strip (k, 0), (k, peak), k counted from the window's left; empty
     QList<QVector2D> border; // border line strip (k, peak); empty
     QMatrix4x4 matrix;       // window group index and value to clip space
@@ -46,7 +48,8 @@ struct PairFrame
 {
     QRectF rect;                          // visible rectangle, null
     SampleWindow window;                  // groups of bars held; none
-    QList<BarPlotterDx::Vertex> vertices; // 4 per group, x relative to the plotter area's left edge; empty
+    double bottom = 0.0;                  // value at the view's bottom edge they were built for; 0
+    QList<BarPlotterDx::Vertex> vertices; // 4 per group, x relative to the plotter area's left edge, y to bottom; empty
     QList<quint32> indices;               // two triangles per group, 6 indices; empty
     CellRange drawn;                      // groups drawn, counted from the window's left; none
     float xMsb = 0.0f;                    // the view's left edge relative to the plotter area, split
