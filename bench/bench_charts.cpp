@@ -6,8 +6,9 @@
 // that peak memory belongs to one system and one scenario), collects the
 // results and prints one table. A child shows a 1200 x 600 window on the
 // OpenGL scene graph with either a Vexal ChartArea (a DecimatorU64 feeding a
-// BarPlotter, or the values going straight into the BarPlotter) or a Qt Charts
-// ChartView with an OpenGL LineSeries, and measures:
+// BarPlotter, the values going straight into the BarPlotter, or the values
+// going straight into a LinePlotter) or a Qt Charts ChartView with an OpenGL
+// LineSeries, and measures:
 //   first frame  - from handing the N values over until the frame showing them;
 //   zoom/pan     - 20 steps (ten halvings moving across the data, ten pans);
 //   live update  - 20 successive replacements of the N values;
@@ -23,6 +24,7 @@
 #include <vexal/chartarea.h>
 #include <vexal/decimatoru64.h>
 #include <vexal/barplotter.h>
+#include <vexal/lineplotter.h>
 
 #include <QtCharts/QValueAxis>
 #include <QtCharts/QXYSeries>
@@ -62,13 +64,14 @@ constexpr double MaxValue = 1000.0;    // values are uniform in [0, MaxValue)
 constexpr qint64 SettleMs = 150;       // idle time after which a frame counts as final
 constexpr qint64 ThrottleGapMs = 30;   // idle time before a step, longer than the redraw throttle
 
-enum class System { Vexal, VexalRaw, QtCharts, BareWindow, EmptyChart };
+enum class System { Vexal, VexalRaw, VexalLine, QtCharts, BareWindow, EmptyChart };
 
 const char *systemName(System s)
 {
     switch (s) {
     case System::Vexal: return "vexal";
     case System::VexalRaw: return "vexal-raw";
+    case System::VexalLine: return "vexal-line";
     case System::QtCharts: return "qtcharts";
     case System::BareWindow: return "window";
     case System::EmptyChart: return "empty-chart";
@@ -255,31 +258,31 @@ public:
 class VexalChart : public ChartUnderTest
 {
 public:
-    explicit VexalChart(bool decimated) : m_decimated(decimated) {}
+    explicit VexalChart(System system) : m_decimated(system == System::Vexal), m_line(system == System::VexalLine) {}
 
     QByteArray qml() const override
     {
-        return "import QtQuick 2.15\nimport VexalPlugin 1.0\n"
-               "Item {\n"
-               "  ChartArea { objectName: 'chart'; anchors.fill: parent }\n"
-               "  BarPlotter { objectName: 'bars' }\n"
-               "  DecimatorU64 { objectName: 'decimator' }\n"
-               "}\n";
+        return QByteArray("import QtQuick 2.15\nimport VexalPlugin 1.0\n"
+                          "Item {\n"
+                          "  ChartArea { objectName: 'chart'; anchors.fill: parent }\n")
+            + (m_line ? "  LinePlotter { objectName: 'plotter' }\n" : "  BarPlotter { objectName: 'plotter' }\n")
+            + "  DecimatorU64 { objectName: 'decimator' }\n"
+              "}\n";
     }
 
     void prepare(QQuickItem *root, qint64 n) override
     {
         m_chart = root->findChild<ChartArea *>(QStringLiteral("chart"));
-        m_bars = root->findChild<BarPlotter *>(QStringLiteral("bars"));
+        m_plotter = root->findChild<IPlotter1D *>(QStringLiteral("plotter"));
         m_decimator = root->findChild<DecimatorU64 *>(QStringLiteral("decimator"));
-        m_bars->setChartArea(m_chart);
+        m_plotter->setChartArea(m_chart);
         const QRectF area(0, 0, double(n), 1);
         if (m_decimator && m_decimated) {
             m_decimator->setChartArea(m_chart);
             m_decimator->setArea(area);
-            m_decimator->addPlotter(m_bars);
+            m_decimator->addPlotter(m_plotter);
         } else {
-            m_bars->setPlotterArea(area);
+            m_plotter->setPlotterArea(area);
         }
         m_chart->updateArea();    // chartRect spans the N samples now, not at the next accepted redraw
         m_chart->resetZoomView(); // the whole range is shown from the first frame
@@ -290,7 +293,7 @@ public:
         if (m_decimated)
             m_decimator->setData(values);
         else
-            m_bars->setData(values);
+            m_plotter->setData(values);
     }
 
     void showRange(double left, double width) override
@@ -301,8 +304,9 @@ public:
 
 private:
     bool m_decimated;                   // values pass through the decimator
+    bool m_line;                        // a LinePlotter instead of a BarPlotter
     ChartArea *m_chart = nullptr;       // the chart item
-    BarPlotter *m_bars = nullptr;       // the plotter
+    IPlotter1D *m_plotter = nullptr;       // the plotter
     DecimatorU64 *m_decimator = nullptr; // the pyramid between values and plotter
 };
 
@@ -399,7 +403,7 @@ public:
         if (system == System::QtCharts)
             chart = std::make_unique<QtChartsChart>();
         else
-            chart = std::make_unique<VexalChart>(system == System::Vexal);
+            chart = std::make_unique<VexalChart>(system);
         root = showScene(engine, window, chart->qml());
         if (!root)
             return false;
@@ -536,9 +540,14 @@ QList<double> toList(const QJsonArray &array)
     return values;
 }
 
+// The systems a run measures (--systems); every one by default.
+QList<System> selectedSystems;
+
 Figures runChildren(System system, qint64 n, int repetitions, const QString &program, bool deep = false)
 {
     Figures figures;
+    if (!selectedSystems.contains(system))
+        return figures;
     for (int rep = 0; rep < repetitions; ++rep) {
         QProcess child;
         child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -576,6 +585,12 @@ Figures runChildren(System system, qint64 n, int repetitions, const QString &pro
     return figures;
 }
 
+// True when the system ran, or was not asked for.
+bool ranIfSelected(System system, const Figures &f)
+{
+    return f.ran || !selectedSystems.contains(system);
+}
+
 QString cell(const Figures &f, const QList<double> Figures::*field)
 {
     return f.ran ? QString::number(median(f.*field), 'f', 1) : QStringLiteral("-");
@@ -609,16 +624,18 @@ int runParent(const QList<qint64> &sizes, int repetitions, qint64 peerLimit, qin
     QString renderer;
     const Figures bareWindow = runChildren(System::BareWindow, 0, repetitions, program);
     const Figures emptyChart = runChildren(System::EmptyChart, 0, repetitions, program);
-    struct Row { qint64 n; Figures ours, raw, peer; };
+    struct Row { qint64 n; Figures ours, raw, line, peer; };
     QList<Row> rows;
     for (qint64 n : sizes) {
-        Row row{n, {}, {}, {}};
+        Row row{n, {}, {}, {}, {}};
         row.ours = runChildren(System::Vexal, n, repetitions, program);
         if (n <= rawLimit)
             row.raw = runChildren(System::VexalRaw, n, repetitions, program);
+        row.line = runChildren(System::VexalLine, n, repetitions, program);
         if (n <= peerLimit)
             row.peer = runChildren(System::QtCharts, n, repetitions, program);
-        renderer = row.ours.renderer.isEmpty() ? renderer : row.ours.renderer;
+        for (const Figures *f : {&row.ours, &row.raw, &row.line})
+            renderer = f->renderer.isEmpty() ? renderer : f->renderer;
         rows.append(row);
     }
 
@@ -644,11 +661,18 @@ int runParent(const QList<qint64> &sizes, int repetitions, qint64 peerLimit, qin
             printRow("raw zoom/pan max (ms)", r.n, r.raw, r.peer, &Figures::zoomMax, peerNote);
             printRow("raw memory (bytes/sample)", r.n, r.raw, r.peer, &Figures::memory, peerNote);
         }
+        printRow("line first frame (ms)", r.n, r.line, r.peer, &Figures::first, peerNote);
+        printRow("line zoom/pan median (ms)", r.n, r.line, r.peer, &Figures::zoomMedian, peerNote);
+        printRow("line zoom/pan max (ms)", r.n, r.line, r.peer, &Figures::zoomMax, peerNote);
+        printRow("line live update (ms)", r.n, r.line, r.peer, &Figures::live, peerNote);
+        printRow("line memory (bytes/sample)", r.n, r.line, r.peer, &Figures::memory, peerNote);
     }
     printf("\n\"not run\": Qt Charts cannot hold this many points in reasonable time.\n"
-           "raw: the values go straight into the BarPlotter, without the decimator.\n");
+           "raw: the values go straight into the BarPlotter, without the decimator.\n"
+           "line: the values go straight into a LinePlotter; Qt Charts draws a LineSeries in every row.\n");
     const bool complete = bareWindow.ran && emptyChart.ran && std::all_of(rows.cbegin(), rows.cend(), [&](const Row &r) {
-        return r.ours.ran && (r.n > rawLimit || r.raw.ran) && (r.n > peerLimit || r.peer.ran);
+        return ranIfSelected(System::Vexal, r.ours) && (r.n > rawLimit || ranIfSelected(System::VexalRaw, r.raw))
+            && ranIfSelected(System::VexalLine, r.line) && (r.n > peerLimit || ranIfSelected(System::QtCharts, r.peer));
     });
     if (!complete)
         fprintf(stderr, "Some measurements did not report (\"-\" in the table).\n");
@@ -656,35 +680,43 @@ int runParent(const QList<qint64> &sizes, int repetitions, qint64 peerLimit, qin
 }
 
 // The deep zoom table: each step of deepZoomScript for the decimated chart,
-// the raw BarPlotter and Qt Charts (up to peerLimit), with the first frame and
-// the peak memory.
+// the raw BarPlotter, the LinePlotter and Qt Charts (up to peerLimit), with
+// the first frame and the peak memory.
 int runDeepParent(const QList<qint64> &sizes, int repetitions, qint64 peerLimit, qint64 rawLimit)
 {
     const QString program = QCoreApplication::applicationFilePath();
-    printf("\n| %-26s | %9s | %12s | %12s | %12s |\n", "deep zoom scenario", "N", "Vexal", "Vexal raw", "Qt Charts");
-    printf("|%s|%s|%s|%s|%s|\n", "----------------------------", "-----------", "--------------",
-           "--------------", "--------------");
+    printf("\n| %-26s | %9s | %12s | %12s | %12s | %12s |\n", "deep zoom scenario", "N", "Vexal", "Vexal raw",
+           "Vexal line", "Qt Charts");
+    printf("|%s|%s|%s|%s|%s|%s|\n", "----------------------------", "-----------", "--------------",
+           "--------------", "--------------", "--------------");
     bool complete = true;
     for (qint64 n : sizes) {
         const Figures ours = runChildren(System::Vexal, n, repetitions, program, true);
         const Figures raw = n <= rawLimit ? runChildren(System::VexalRaw, n, repetitions, program, true) : Figures{};
+        const Figures line = runChildren(System::VexalLine, n, repetitions, program, true);
         const Figures peer = n <= peerLimit ? runChildren(System::QtCharts, n, repetitions, program, true) : Figures{};
         const QString notRun = QStringLiteral("not run");
-        const auto row = [&](const char *label, const QString &a, const QString &b, const QString &c) {
-            printf("| %-26s | %9s | %12s | %12s | %12s |\n", label, qPrintable(QString::number(double(n), 'g', 2)),
-                   qPrintable(a), qPrintable(n <= rawLimit ? b : notRun), qPrintable(n <= peerLimit ? c : notRun));
+        const auto row = [&](const char *label, const QList<double> Figures::*field) {
+            printf("| %-26s | %9s | %12s | %12s | %12s | %12s |\n", label,
+                   qPrintable(QString::number(double(n), 'g', 2)), qPrintable(cell(ours, field)),
+                   qPrintable(n <= rawLimit ? cell(raw, field) : notRun), qPrintable(cell(line, field)),
+                   qPrintable(n <= peerLimit ? cell(peer, field) : notRun));
         };
-        row("first frame (ms)", cell(ours, &Figures::first), cell(raw, &Figures::first), cell(peer, &Figures::first));
+        row("first frame (ms)", &Figures::first);
         const QList<DeepStep> script = deepZoomScript(double(n));
-        for (qsizetype i = 0; i < script.size(); ++i)
-            row(script[i].label, deepCell(ours, i), deepCell(raw, i), deepCell(peer, i));
-        row("peak RSS (MiB)", cell(ours, &Figures::peakMiB), cell(raw, &Figures::peakMiB), cell(peer, &Figures::peakMiB));
-        row("memory (bytes/sample)", cell(ours, &Figures::memory), cell(raw, &Figures::memory),
-            cell(peer, &Figures::memory));
-        complete = complete && ours.ran && (n > rawLimit || raw.ran) && (n > peerLimit || peer.ran);
+        for (qsizetype i = 0; i < script.size(); ++i) {
+            printf("| %-26s | %9s | %12s | %12s | %12s | %12s |\n", script[i].label,
+                   qPrintable(QString::number(double(n), 'g', 2)), qPrintable(deepCell(ours, i)),
+                   qPrintable(n <= rawLimit ? deepCell(raw, i) : notRun), qPrintable(deepCell(line, i)),
+                   qPrintable(n <= peerLimit ? deepCell(peer, i) : notRun));
+        }
+        row("peak RSS (MiB)", &Figures::peakMiB);
+        row("memory (bytes/sample)", &Figures::memory);
+        complete = complete && ranIfSelected(System::Vexal, ours) && (n > rawLimit || ranIfSelected(System::VexalRaw, raw))
+                   && ranIfSelected(System::VexalLine, line) && (n > peerLimit || ranIfSelected(System::QtCharts, peer));
     }
-    printf("\nraw: the values go straight into the BarPlotter, without the decimator; \"not run\": too many\n"
-           "points for this system in reasonable time and memory.\n");
+    printf("\nraw: the values go straight into the BarPlotter, without the decimator; line: the values go\n"
+           "straight into a LinePlotter; \"not run\": too many points for this system in reasonable time and memory.\n");
     return complete ? 0 : 1;
 }
 
@@ -706,8 +738,19 @@ int main(int argc, char **argv)
                                   QStringLiteral("42"));
     const QCommandLineOption deep(QStringLiteral("deep"),
                                   QStringLiteral("Only the deep zoom script, at N = 1e7 and 1e8 (1e5 with --short)."));
-    parser.addOptions({shortMode, reps, child, seed, deep});
+    const QCommandLineOption systems(QStringLiteral("systems"),
+                                     QStringLiteral("Comma-separated systems to measure: vexal, vexal-raw, vexal-line, "
+                                                    "qtcharts (all by default)."),
+                                     QStringLiteral("list"));
+    parser.addOptions({shortMode, reps, child, seed, deep, systems});
     parser.process(app);
+    const QStringList wanted = parser.value(systems).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    for (System s : {System::Vexal, System::VexalRaw, System::VexalLine, System::QtCharts, System::BareWindow,
+                     System::EmptyChart}) {
+        const bool floor = s == System::BareWindow || s == System::EmptyChart;
+        if (wanted.isEmpty() || floor || wanted.contains(QLatin1String(systemName(s))))
+            selectedSystems.append(s);
+    }
 
     if (parser.isSet(child)) {
         const QString name = parser.value(child);
@@ -715,9 +758,10 @@ int main(int argc, char **argv)
             if (name == QLatin1String(systemName(floor)))
                 return runFloorChild(floor);
         }
-        const System system = name == QLatin1String("qtcharts") ? System::QtCharts
-                            : name == QLatin1String("vexal-raw") ? System::VexalRaw
-                                                                 : System::Vexal;
+        const System system = name == QLatin1String("qtcharts")   ? System::QtCharts
+                            : name == QLatin1String("vexal-raw")  ? System::VexalRaw
+                            : name == QLatin1String("vexal-line") ? System::VexalLine
+                                                                  : System::Vexal;
         const qint64 n = parser.positionalArguments().value(0).toLongLong();
         const quint64 seedValue = parser.value(seed).toULongLong();
         return parser.isSet(deep) ? runDeepChild(system, n, seedValue) : runChild(system, n, seedValue);

@@ -20,9 +20,14 @@
 
 namespace {
 
-// Pyramid groups per pixel column, at least: each group's stroke then stays
-// within a fraction of a pixel of the values it stands for.
+// Pyramid groups per pixel column, at least: each group then lies within a
+// fraction of a pixel of the column it is counted in.
 constexpr double GroupsPerPixel = 4.0;
+// From this many values per pixel column on, columns are drawn instead of the
+// segments between values.
+constexpr double ColumnsFromValuesPerPixel = 2.0;
+
+using Group = Vexal::LinePyramid::Group;
 
 // Cuts segment a-b to box; false when nothing of it lies inside.
 bool clipSegment(QPointF &a, QPointF &b, const QRectF &box)
@@ -68,11 +73,12 @@ public:
     {
     }
 
+    // The pixel x of the centre of (fractional) cell c.
+    double x(double c) const { return (m_left + (c + 0.5) * m_cellWidth) * m_scaleX; }
+    // The pixel y of value v.
+    double y(double v) const { return (v - m_top) * m_scaleY; }
     // The pixel of value v at the centre of (fractional) cell c.
-    QPointF at(double c, double v) const
-    {
-        return QPointF((m_left + (c + 0.5) * m_cellWidth) * m_scaleX, (v - m_top) * m_scaleY);
-    }
+    QPointF at(double c, double v) const { return QPointF(x(c), y(v)); }
 
     // A quad around a-b, longer by half the width at both ends, so that joins
     // are filled and a segment of length 0 shows as a dot.
@@ -119,22 +125,86 @@ void writeValueSegments(const QList<double> &values, qsizetype first, qsizetype 
     }
 }
 
-// Groups [first, last) of one level: a vertical stroke from each group's
-// minimum to its maximum at its centre, joined last-to-first to the next.
-void writeGroupSegments(const std::vector<Vexal::LinePyramid::Group> &groups, qsizetype size, qsizetype values,
-                        qsizetype first, qsizetype last, const SegmentWriter &writer, QList<QVector2D> &out)
+// Collects groups of values into the pixel columns that hold their centres
+// and draws each column as the polyline through its values looks: a vertical
+// stroke from the column's minimum to its maximum, joined from the previous
+// column's last value to its first.
+class ColumnWriter
 {
-    const qsizetype count = qsizetype(groups.size());
-    for (qsizetype j = first; j < std::min(last, count); ++j) {
-        const Vexal::LinePyramid::Group &g = groups[size_t(j)];
-        const double centre = (double(j * size) + double(std::min((j + 1) * size, values) - 1)) / 2.0;
-        if (!std::isnan(g.min))
-            writer.add(writer.at(centre, g.min), writer.at(centre, g.max), out);
-        if (j + 1 < count && std::isfinite(g.last) && std::isfinite(groups[size_t(j + 1)].first)) {
-            const double nextCentre = (double((j + 1) * size) + double(std::min((j + 2) * size, values) - 1)) / 2.0;
-            writer.add(writer.at(centre, g.last), writer.at(nextCentre, groups[size_t(j + 1)].first), out);
+public:
+    ColumnWriter(const SegmentWriter &writer, QList<QVector2D> &out) : m_writer(writer), m_out(out) {}
+
+    // The group whose values centre on pixel x; groups come from left to right.
+    void take(double x, const Group &g)
+    {
+        const double column = std::floor(x);
+        if (!m_open || column != m_column) {
+            finishColumn();
+            m_column = column;
+            m_current = g;
+            m_open = true;
+            return;
         }
+        if (!std::isnan(g.min)) {
+            m_current.min = std::isnan(m_current.min) ? g.min : std::min(m_current.min, g.min);
+            m_current.max = std::isnan(m_current.max) ? g.max : std::max(m_current.max, g.max);
+        }
+        m_current.last = g.last;
     }
+
+    void finishColumn()
+    {
+        if (!m_open)
+            return;
+        const double x = m_column + 0.5;
+        if (!std::isnan(m_current.min))
+            m_writer.add({x, m_writer.y(m_current.min)}, {x, m_writer.y(m_current.max)}, m_out);
+        if (m_hasPrevious && std::isfinite(m_previous.last) && std::isfinite(m_current.first))
+            m_writer.add({m_previousX, m_writer.y(m_previous.last)}, {x, m_writer.y(m_current.first)}, m_out);
+        m_previous = m_current;
+        m_previousX = x;
+        m_hasPrevious = true;
+        m_open = false;
+    }
+
+private:
+    const SegmentWriter &m_writer; // maps cells and values to pixels
+    QList<QVector2D> &m_out;       // receives the quads
+    Group m_current{};             // the column being collected
+    double m_column = 0.0;         // its pixel column
+    bool m_open = false;           // a column is being collected
+    Group m_previous{};            // the last column drawn
+    double m_previousX = 0.0;      // its pixel x
+    bool m_hasPrevious = false;    // a column was drawn
+};
+
+// A value as a group of one: NaN bounds where it is not finite.
+Group groupOfValue(double v)
+{
+    const double bound = std::isfinite(v) ? v : std::numeric_limits<double>::quiet_NaN();
+    return {v, bound, bound, v};
+}
+
+// Values [first, last) drawn by pixel columns.
+void writeValueColumns(const QList<double> &values, qsizetype first, qsizetype last, const SegmentWriter &writer,
+                       QList<QVector2D> &out)
+{
+    ColumnWriter columns(writer, out);
+    for (qsizetype i = first; i < last; ++i)
+        columns.take(writer.x(double(i)), groupOfValue(values[i]));
+    columns.finishColumn();
+}
+
+// Groups [first, last) of one level, size values each, drawn by pixel columns.
+void writeGroupColumns(const std::vector<Group> &groups, qsizetype size, qsizetype values, qsizetype first,
+                       qsizetype last, const SegmentWriter &writer, QList<QVector2D> &out)
+{
+    ColumnWriter columns(writer, out);
+    for (qsizetype j = first; j < std::min(last, qsizetype(groups.size())); ++j) {
+        const double centre = (double(j * size) + double(std::min((j + 1) * size, values) - 1)) / 2.0;
+        columns.take(writer.x(centre), groups[size_t(j)]);
+    }
+    columns.finishColumn();
 }
 
 } // namespace
@@ -257,14 +327,18 @@ void LinePlotter::buildVertices(Vexal::LineFrame &frame) const
     const qsizetype last = std::min<qsizetype>(qsizetype(visible.last) + 1, n);
     const SegmentWriter writer(frame, frame.dataArea, n, m_lineWidth * currentFrame().state.pixelRatio);
     const double valuesPerPixel = frame.rect.width() / frame.pixels.width() / sampleWidth();
-    const int level = m_decimation ? m_pyramid->levelFor(valuesPerPixel / GroupsPerPixel) : 0;
-    if (level == 0) {
+    if (!m_decimation || !(valuesPerPixel >= ColumnsFromValuesPerPixel)) {
         writeValueSegments(m_data, first, last, writer, frame.vertices);
         return;
     }
+    const int level = m_pyramid->levelFor(valuesPerPixel / GroupsPerPixel);
+    if (level == 0) {
+        writeValueColumns(m_data, first, last, writer, frame.vertices);
+        return;
+    }
     const qsizetype size = Vexal::LinePyramid::groupSize(level);
-    writeGroupSegments(m_pyramid->level(level), size, n, first / size, (last + size - 1) / size, writer,
-                       frame.vertices);
+    writeGroupColumns(m_pyramid->level(level), size, n, first / size, (last + size - 1) / size, writer,
+                      frame.vertices);
 }
 
 void LinePlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area)
