@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Vexal developers
 // SPDX-License-Identifier: MIT
-// Times the decimator's pyramid build for long series against a plain memcpy
-// of the same bytes and prints their ratio, then the moving average and the
+// Times the decimator's pyramid build and the line plotter's pyramid build for
+// long series against a plain memcpy of the same bytes and prints their ratios, then the moving average and the
 // minimal-width merge on 1e7 values.
 #include <vexal/decimatorfilter.h>
 #include <vexal/minimalwidth2d.h>
 #include <vexal/movingaverageu64.h>
+#include "plotters/linepyramid_p.h"
 
 #include <benchmark/benchmark.h>
 
@@ -96,6 +97,22 @@ void pyramidFirstBuild(benchmark::State &state)
     state.SetBytesProcessed(int64_t(state.iterations()) * state.range(0) * int64_t(sizeof(double)));
 }
 
+// The line plotter's first/min/max/last pyramid, rebuilt for an equally long
+// input as each data change does.
+void linePyramidBuild(benchmark::State &state)
+{
+    const PyramidInputs &inputs = pyramidInputs(qsizetype(state.range(0)));
+    Vexal::LinePyramid pyramid;
+    pyramid.build(inputs.second);
+    bool useSecond = false;
+    for (auto _ : state) {
+        pyramid.build(useSecond ? inputs.second : inputs.first);
+        useSecond = !useSecond;
+        benchmark::DoNotOptimize(pyramid.levelCount());
+    }
+    state.SetBytesProcessed(int64_t(state.iterations()) * state.range(0) * int64_t(sizeof(double)));
+}
+
 void plainMemcpy(benchmark::State &state)
 {
     const QList<double> &source = pyramidInputs(qsizetype(state.range(0))).first;
@@ -155,8 +172,9 @@ public:
         for (int64_t n : sizes) {
             const std::string suffix = "/" + std::to_string(n) + "/real_time";
             const double copy = seconds("plainMemcpy" + suffix);
-            std::printf("  %11lld values: rebuild %.2f, first build %.2f\n", static_cast<long long>(n),
-                        seconds("pyramidBuild" + suffix) / copy, seconds("pyramidFirstBuild" + suffix) / copy);
+            std::printf("  %11lld values: rebuild %.2f, first build %.2f, line pyramid rebuild %.2f\n",
+                        static_cast<long long>(n), seconds("pyramidBuild" + suffix) / copy,
+                        seconds("pyramidFirstBuild" + suffix) / copy, seconds("linePyramidBuild" + suffix) / copy);
         }
     }
 
@@ -180,6 +198,7 @@ int main(int argc, char **argv)
         // Grouped per size, so that each group runs on the same cached input.
         for (auto [name, function] : {std::pair{"pyramidBuild", &pyramidBuild},
                                       std::pair{"pyramidFirstBuild", &pyramidFirstBuild},
+                                      std::pair{"linePyramidBuild", &linePyramidBuild},
                                       std::pair{"plainMemcpy", &plainMemcpy}})
             benchmark::RegisterBenchmark(name, function)->Arg(n)->UseRealTime()->Unit(benchmark::kMillisecond);
     }

@@ -6,6 +6,10 @@
 #include <cmath>
 #include <limits>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace Vexal {
 
 namespace {
@@ -31,20 +35,49 @@ LinePyramid::Group groupOfValues(const double *values, qsizetype count)
     return g;
 }
 
-// A full group. The plain comparisons skip NaN by themselves; a group whose
-// extremes come out infinite (an infinity inside, or no finite value) is
-// read again the careful way.
+// The smallest and largest of a full group of level 1, NaN skipped: +inf and
+// -inf when there is no other value.
+#if defined(__SSE2__)
+void extremesOfFullGroup(const double *values, double &low, double &high)
+{
+    // minpd(v, m) is v < m ? v : m lane by lane, which skips NaN like the
+    // plain comparison below.
+    constexpr double Inf = std::numeric_limits<double>::infinity();
+    __m128d min[2] = {_mm_set1_pd(Inf), _mm_set1_pd(Inf)};
+    __m128d max[2] = {_mm_set1_pd(-Inf), _mm_set1_pd(-Inf)};
+    for (qsizetype i = 0; i < LinePyramid::FirstGroup; i += 4) {
+        for (int pair = 0; pair < 2; ++pair) {
+            const __m128d v = _mm_loadu_pd(values + i + 2 * pair);
+            min[pair] = _mm_min_pd(v, min[pair]);
+            max[pair] = _mm_max_pd(v, max[pair]);
+        }
+    }
+    const __m128d lows = _mm_min_pd(min[0], min[1]);
+    const __m128d highs = _mm_max_pd(max[0], max[1]);
+    low = std::min(_mm_cvtsd_f64(lows), _mm_cvtsd_f64(_mm_unpackhi_pd(lows, lows)));
+    high = std::max(_mm_cvtsd_f64(highs), _mm_cvtsd_f64(_mm_unpackhi_pd(highs, highs)));
+}
+#else
+void extremesOfFullGroup(const double *values, double &low, double &high)
+{
+    low = std::numeric_limits<double>::infinity();
+    high = -low;
+    for (qsizetype i = 0; i < LinePyramid::FirstGroup; ++i) {
+        low = values[i] < low ? values[i] : low;
+        high = values[i] > high ? values[i] : high;
+    }
+}
+#endif
+
+// A full group of level 1; one whose extremes come out infinite (an infinity
+// inside, or no finite value) is read again the careful way.
 LinePyramid::Group groupOfFullValues(const double *values)
 {
-    double min = std::numeric_limits<double>::infinity();
-    double max = -min;
-    for (qsizetype i = 0; i < LinePyramid::Factor; ++i) {
-        min = values[i] < min ? values[i] : min;
-        max = values[i] > max ? values[i] : max;
-    }
-    if (std::isinf(min) || std::isinf(max))
-        return groupOfValues(values, LinePyramid::Factor);
-    return {values[0], min, max, values[LinePyramid::Factor - 1]};
+    double low = 0.0, high = 0.0;
+    extremesOfFullGroup(values, low, high);
+    if (std::isinf(low) || std::isinf(high))
+        return groupOfValues(values, LinePyramid::FirstGroup);
+    return {values[0], low, high, values[LinePyramid::FirstGroup - 1]};
 }
 
 LinePyramid::Group mergedGroup(const LinePyramid::Group *groups, qsizetype count)
@@ -63,7 +96,7 @@ qsizetype LinePyramid::groupSize(int k)
 {
     qsizetype size = 1;
     for (int i = 0; i < k; ++i)
-        size *= Factor;
+        size *= factorAbove(i);
     return size;
 }
 
@@ -73,19 +106,21 @@ void LinePyramid::build(const QList<double> &values)
     // length touches no new pages.
     const qsizetype n = values.size();
     size_t count = 0;
-    for (qsizetype m = n; m > 1; m = (m + Factor - 1) / Factor)
-        ++count;
+    for (qsizetype m = n; m > 1; ++count) {
+        const qsizetype factor = factorAbove(int(count));
+        m = (m + factor - 1) / factor;
+    }
     m_levels.resize(count);
     if (count == 0)
         return;
     std::vector<Group> &first = m_levels[0];
-    first.resize(size_t((n + Factor - 1) / Factor));
+    first.resize(size_t((n + FirstGroup - 1) / FirstGroup));
     const double *raw = values.constData();
-    const qsizetype full = n / Factor;
+    const qsizetype full = n / FirstGroup;
     for (qsizetype j = 0; j < full; ++j)
-        first[size_t(j)] = groupOfFullValues(raw + j * Factor);
-    if (full * Factor < n)
-        first.back() = groupOfValues(raw + full * Factor, n - full * Factor);
+        first[size_t(j)] = groupOfFullValues(raw + j * FirstGroup);
+    if (full * FirstGroup < n)
+        first.back() = groupOfValues(raw + full * FirstGroup, n - full * FirstGroup);
     for (size_t k = 1; k < count; ++k) {
         const std::vector<Group> &below = m_levels[k - 1];
         const qsizetype m = qsizetype(below.size());
@@ -121,17 +156,18 @@ bool LinePyramid::range(const QList<double> &values, qsizetype first, qsizetype 
         }
     };
     while (a < b) {
-        if (k == levelCount() || b - a < 2 * Factor) {
+        const qsizetype factor = factorAbove(k);
+        if (k == levelCount() || b - a < 2 * factor) {
             for (qsizetype i = a; i < b; ++i)
                 take(i);
             break;
         }
-        while (a % Factor)
+        while (a % factor)
             take(a++);
-        while (b % Factor)
+        while (b % factor)
             take(--b);
-        a /= Factor;
-        b /= Factor;
+        a /= factor;
+        b /= factor;
         ++k;
     }
     return !std::isnan(min);

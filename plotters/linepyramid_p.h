@@ -11,14 +11,17 @@
 
 namespace Vexal {
 
-// Level k >= 1 holds, for each group of 4^k consecutive values, the first,
-// smallest, largest and last value. Minimum and maximum skip NaN and
-// infinities (NaN when a group has no finite value); first and last are kept
-// as they are, so that gaps at group edges stay visible.
+// Level k >= 1 holds, for each group of 16 * 4^(k - 1) consecutive values,
+// the first, smallest, largest and last value. Minimum and maximum skip NaN
+// and infinities (NaN when a group has no finite value); first and last are
+// kept as they are, so that gaps at group edges stay visible. Smaller groups
+// are not stored: they are read from the values, which costs little for the
+// few that a view draws, and the levels take 2.7 bytes per value.
 class LinePyramid
 {
 public:
-    static constexpr qsizetype Factor = 4; // values per group grow by this from one level to the next
+    static constexpr qsizetype FirstGroup = 16; // values per group of level 1
+    static constexpr qsizetype Factor = 4;      // groups of a level per group of the next
 
     struct Group
     {
@@ -34,8 +37,10 @@ public:
     int levelCount() const { return int(m_levels.size()); }
     // The groups of level k >= 1.
     const std::vector<Group> &level(int k) const { return m_levels[size_t(k - 1)]; }
-    // Values in one group of level k.
+    // Values in one group of level k (1 for level 0, the values themselves).
     static qsizetype groupSize(int k);
+    // Groups (or values) of level k per group of level k + 1.
+    static qsizetype factorAbove(int k) { return k == 0 ? FirstGroup : Factor; }
     // The deepest level whose groups hold at most valuesPerGroup values; 0: the values.
     int levelFor(double valuesPerGroup) const;
     // The finite minimum and maximum of values [first, last), whole groups
