@@ -55,6 +55,8 @@ private slots:
     void badLineWidthIsStoredAsOne_data();
     void badLineWidthIsStoredAsOne();
     void visibleMinimumAndMaximum();
+    void plotterAreaSpansTheSignedData();
+    void hoveringFindsTheCellUnderTheMouse();
 
     void lineRunsThroughCellCentres();
     void negativeValuesAreDrawn();
@@ -63,6 +65,8 @@ private slots:
     void xOffsetMovesTheLineLeft();
     void dataSetBeforeTheChartAreDrawn();
     void lineWidthWidensTheStroke();
+    void changesAfterTheFirstFrameShow();
+    void twoChartsShowTheirOwnParts();
     void decimatedPictureEqualsTheRawOne_data();
     void decimatedPictureEqualsTheRawOne();
     void badValuesDrawWithoutErrors_data();
@@ -109,6 +113,37 @@ void tst_LinePlotter::visibleMinimumAndMaximum()
     QCOMPARE(p.min_in(QRectF(0, -10, 10, 20)), -7.0);
     QCOMPARE(p.max_in(QRectF(4, -10, 2, 20)), 4.0);
     QCOMPARE(p.min_in(QRectF(4, -10, 2, 20)), -2.0);
+}
+
+void tst_LinePlotter::plotterAreaSpansTheSignedData()
+{
+    LinePlotter p;
+    p.setPlotterArea(QRectF(5, 0, 10, 3));
+    QCOMPARE(p.plotterArea().left(), 5.0);
+    QCOMPARE(p.plotterArea().width(), 10.0);
+    p.setData({3, -7, NaN, 9});
+    QCOMPARE(p.plotterArea().top(), -7.0);
+    QCOMPARE(p.plotterArea().bottom(), 9.0);
+    p.setData({-2, -4});
+    QCOMPARE(p.plotterArea().top(), -4.0);
+    QCOMPARE(p.plotterArea().bottom(), 0.0);
+    QCOMPARE(p.plotterArea().left(), 5.0);
+}
+
+void tst_LinePlotter::hoveringFindsTheCellUnderTheMouse()
+{
+    LinePlotter p;
+    p.setPlotterArea(QRectF(0, 0, 10, 0));
+    p.setData({3, -7, NaN, 9, 1});
+    const SInfoPoint negative = p.mouse_hovering(QPointF(3.1, 0));
+    QVERIFY(negative.valid);
+    QCOMPARE(negative.index, 1);
+    QCOMPARE(negative.value, -7.0);
+    QCOMPARE(negative.area, QRectF(2, -7, 2, 7));
+    const SInfoPoint gap = p.mouse_hovering(QPointF(5, 0));
+    QCOMPARE(gap.index, 2);
+    QVERIFY(!gap.valid);
+    QVERIFY(!p.mouse_hovering(QPointF(11, 0)).valid);
 }
 
 //-----------------------------------------------------------------------------
@@ -194,6 +229,88 @@ void tst_LinePlotter::lineWidthWidensTheStroke()
     PLOTTER_COMPARE_PIXEL(image, centre - QPoint(0, 4), red);
     PLOTTER_COMPARE_PIXEL(image, centre + QPoint(0, 7), background);
     PLOTTER_COMPARE_PIXEL(image, centre - QPoint(0, 7), background);
+}
+
+void tst_LinePlotter::changesAfterTheFirstFrameShow()
+{
+    PlotterTest::failOnOpenGLErrors();
+    QuickScene scene(PlotterTest::chartScene(redLine()));
+    QVERIFY(scene.isReady());
+    auto *chart = scene.find<IChartArea>("chart");
+    auto *line = scene.find<LinePlotter>("line");
+    line->setData(QList<double>(10, 5.0));
+    const QPoint centre = pixelOf(10, 5);
+    QImage image = scene.grab();
+    PLOTTER_COMPARE_PIXEL(image, centre, red);
+    PLOTTER_COMPARE_PIXEL(image, centre - QPoint(0, 4), background);
+    // A wider stroke in another colour.
+    line->setLineWidth(9);
+    line->setColor(Qt::blue);
+    image = scene.grab();
+    PLOTTER_COMPARE_PIXEL(image, centre - QPoint(0, 4), QColor(Qt::blue));
+    // New data, then a view of the right half, twice as high: 20 pixels per
+    // unit along x, 5 per unit along y.
+    line->setData({1, 1, 1, 1, 1, 9, 9, 9, 9, 9});
+    chart->setChartRect(QRectF(10, 0, 10, 20));
+    chart->requestUpdate();
+    image = scene.grab();
+    PLOTTER_COMPARE_PIXEL(image, QPoint(100, 100 - 45), QColor(Qt::blue));
+    PLOTTER_COMPARE_PIXEL(image, QPoint(100, 100 - 25), background);
+    // No decimation, then decimation again: the same line.
+    line->setDecimation(false);
+    PLOTTER_COMPARE_PIXEL(scene.grab(), QPoint(100, 100 - 45), QColor(Qt::blue));
+}
+
+void tst_LinePlotter::twoChartsShowTheirOwnParts()
+{
+    PlotterTest::failOnOpenGLErrors();
+    QuickScene scene(R"(
+import QtQuick 2.15
+import VexalPlugin 1.0
+Rectangle {
+    color: "#00ff00"
+    IChartArea {
+        id: leftChart
+        objectName: "left"
+        width: 100; height: 100
+        adaptAreaToPlotters: false
+        updateIntervalMs: 0
+        LinePlotter {
+            objectName: "line"
+            chartArea: leftChart
+            color: "#ff0000"
+            lineWidth: 3
+        }
+    }
+    IChartArea {
+        objectName: "right"
+        x: 100; width: 100; height: 100
+        adaptAreaToPlotters: false
+        updateIntervalMs: 0
+    }
+}
+)");
+    QVERIFY(scene.isReady());
+    auto *left = scene.find<IChartArea>("left");
+    auto *right = scene.find<IChartArea>("right");
+    auto *line = scene.find<LinePlotter>("line");
+    constexpr int Values = 1000000;
+    line->setPlotterArea(QRectF(0, 0, Values, 0));
+    QList<double> values(Values, -5.0);
+    for (int i = Values - 10; i < Values; ++i)
+        values[i] = 5.0; // the last ten values are high
+    line->setData(values);
+    right->setPlotter({line});
+    left->setChartRect(QRectF(0, -10, 10, 20));
+    right->setChartRect(QRectF(Values - 10, -10, 10, 20));
+    left->requestUpdate();
+    right->requestUpdate();
+    const QImage image = scene.grab();
+    // Value v shows on row 50 - 5 v of either chart.
+    PLOTTER_COMPARE_PIXEL(image, QPoint(50, 75), red);
+    PLOTTER_COMPARE_PIXEL(image, QPoint(50, 25), background);
+    PLOTTER_COMPARE_PIXEL(image, QPoint(150, 25), red);
+    PLOTTER_COMPARE_PIXEL(image, QPoint(150, 75), background);
 }
 
 void tst_LinePlotter::decimatedPictureEqualsTheRawOne_data()
