@@ -41,12 +41,15 @@ Item {
 
     z: -1
 
-    // Multiples of the step up to the top edge; none on an axis shorter than tickHeight.
+    // Multiples of the step up to the top edge; none on an axis shorter than
+    // tickHeight. Ticks tickHeight apart fit at most maxNumYTicks + 1 times,
+    // which also bounds the count where rectArea.y is too large for its height
+    // to be told apart.
     function signedTickCount() {
         if (maxNumYTicks <= 0)
             return 0
         const lastIndex = Math.floor((rectArea.y + rectArea.height) / dyTicks + 1e-9)
-        return Math.max(lastIndex - firstTickIndex + 1, 0)
+        return Utils.bound(lastIndex - firstTickIndex + 1, 0, maxNumYTicks + 1)
     }
 
     function tickValue(index) {

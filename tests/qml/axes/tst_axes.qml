@@ -237,6 +237,22 @@ Item {
             compare(ticksOf(axis).map(labelOf), ["-1.00", "-0.80", "-0.60", "-0.40", "-0.20"])
         }
 
+        function test_signed_axis_without_room_draws_nothing_data() {
+            return [
+                { tag: "a signed axis shorter than tickHeight has no tick",
+                  height: 49, rect: Qt.rect(0, -1.3, 10, 2.6) },
+                { tag: "a signed axis over an empty range has no tick",
+                  height: 400, rect: Qt.rect(0, -1, 10, 0) }
+            ]
+        }
+
+        function test_signed_axis_without_room_draws_nothing(row) {
+            const axis = createTemporaryObject(yAxisComponent, top, {
+                width: 500, height: row.height, rectArea: row.rect, includeZero: false })
+            compare(axis.yTicks, 0)
+            compare(ticksOf(axis).length, 0)
+        }
+
         function test_zero_based_ticks_are_kept_data() {
             return [
                 { tag: "a signed range still ticks from zero by default",
