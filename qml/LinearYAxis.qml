@@ -5,9 +5,10 @@ import QtQuick 2.14
 import QtQuick.Controls.Material 2.12
 import "utils.js" as Utils
 
-// Horizontal grid lines across a chart with their labels on the left. Tick
-// values start at 0: the chart's zoom height rules keep the visible rectangle
-// starting there.
+// Horizontal grid lines across a chart with their labels on the left. With
+// includeZero the tick values start at 0, as the chart's zoom height rules
+// keep the visible rectangle starting there; without, they follow the visible
+// range wherever it lies, negative values included.
 Item {
     id: yAxisNew
 
@@ -21,15 +22,40 @@ Item {
 
     // In log scale the values are exponents of ten.
     property bool isLogScale: false
+    // false: ticks at round multiples of a 1, 2 or 5 × 10^k step across
+    // rectArea, from its bottom (rectArea.y) to its top, of any sign.
+    property bool includeZero: true
     property real tickHeight: 50
     readonly property int maxNumYTicks: Math.floor(height / tickHeight)
     // Smallest data distance between two ticks, and the round step chosen above it.
     readonly property real minDyTick: rectArea.height / maxNumYTicks
-    readonly property real dyTicks: Utils.tickStep(rectArea.height, maxNumYTicks)
+    readonly property real dyTicks: includeZero ? Utils.tickStep(rectArea.height, maxNumYTicks)
+                                                : Utils.roundTickStep(rectArea.height, height / tickHeight)
+    // Value at the axis' bottom edge, and the first tick's multiple of the step.
+    readonly property real bottomValue: includeZero ? 0 : rectArea.y
+    // A tick that misses the bottom by rounding noise only is kept.
+    readonly property real firstTickIndex: includeZero ? 0 : Math.ceil(rectArea.y / dyTicks - 1e-9)
     // NaN for a degenerate rectangle, which draws no tick.
-    readonly property int yTicks: Math.min(Math.floor(rectArea.height / dyTicks) + 1, maxNumYTicks) || 0
+    readonly property int yTicks: (includeZero ? Math.min(Math.floor(rectArea.height / dyTicks) + 1, maxNumYTicks)
+                                               : signedTickCount()) || 0
 
     z: -1
+
+    // Multiples of the step up to the top edge; none on an axis shorter than
+    // tickHeight. Ticks tickHeight apart fit at most maxNumYTicks + 1 times,
+    // which also bounds the count where rectArea.y is too large for its height
+    // to be told apart.
+    function signedTickCount() {
+        if (maxNumYTicks <= 0)
+            return 0
+        const lastIndex = Math.floor((rectArea.y + rectArea.height) / dyTicks + 1e-9)
+        return Utils.bound(lastIndex - firstTickIndex + 1, 0, maxNumYTicks + 1)
+    }
+
+    function tickValue(index) {
+        const value = (firstTickIndex + index) * dyTicks
+        return includeZero ? value : Utils.roundToStep(value, dyTicks)
+    }
 
     function label(value) {
         const format = axisTextFunc
@@ -44,9 +70,9 @@ Item {
 
         Rectangle {
             required property int index
-            readonly property real value: index * yAxisNew.dyTicks
+            readonly property real value: yAxisNew.tickValue(index)
 
-            y: yAxisNew.height - value / yAxisNew.rectArea.height * yAxisNew.height
+            y: yAxisNew.height - (value - yAxisNew.bottomValue) / yAxisNew.rectArea.height * yAxisNew.height
             width: yAxisNew.width
             height: 1
             color: yAxisNew.axisLineColor

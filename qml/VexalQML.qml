@@ -20,6 +20,9 @@ Item {
     property alias refLegend: legend
     property alias isYAxisLog: linearYAxis.isLogScale
     property alias updateIntervalMs: chart.updateIntervalMs
+    // false: the zoom height spans the visible values of either sign and the
+    // y axis follows it, for signals that swing around 0.
+    property alias includeZero: chart.includeZero
     readonly property alias xAxis: linearXAxis
     readonly property alias yAxis: linearYAxis
     // Set by Escape: the gesture under way does nothing at its release.
@@ -115,6 +118,7 @@ Item {
             id: linearYAxis
             anchors.fill: chart
             rectArea: chart.zoomRect
+            includeZero: chart.includeZero
             axisTextFunc: Utils.format_event
         }
 

@@ -58,6 +58,41 @@ function tickStep(span, maxTicks) {
     return Math.pow(2, Math.ceil(Math.log2(perTick))) * base
 }
 
+// Tick step for a span shown with at most maxTicks ticks (a fraction
+// allowed): the smallest 1, 2 or 5 times a power of ten not below
+// span / maxTicks, so that every tick value is a short decimal. A step that
+// misses the bound by rounding noise only still counts as reaching it. NaN
+// when there is no finite positive bound.
+function roundTickStep(span, maxTicks) {
+    const perTick = span / maxTicks
+    if (!(perTick > 0) || !isFinite(perTick))
+        return NaN
+    const exponent = Math.floor(Math.log10(perTick))
+    for (const mantissa of [1, 2, 5]) {
+        const step = decimalStep(mantissa, exponent)
+        if (step >= perTick * (1 - 1e-9))
+            return step
+    }
+    return decimalStep(10, exponent)
+}
+
+// mantissa × 10^exponent as the double nearest to that decimal: dividing by
+// an exact power of ten avoids the noise of multiplying by 0.1, 0.01, ...
+function decimalStep(mantissa, exponent) {
+    return exponent < 0 ? mantissa / Math.pow(10, -exponent) : mantissa * Math.pow(10, exponent)
+}
+
+// Decimals needed to write the multiples of a roundTickStep step exactly.
+function stepDecimals(step) {
+    return Math.max(0, -Math.floor(Math.log10(step) + 1e-9))
+}
+
+// value written with the step's decimals and read back: the round number that
+// value stands for, without float noise (-0.2, not -0.20000000000000004).
+function roundToStep(value, step) {
+    return Number(value.toFixed(Math.min(stepDecimals(step), 100)))
+}
+
 // Starts picking a colour for the plotter at index of a legend.
 function pickColor(legend, dialog, index) {
     legend.currColorSelected = index

@@ -9,9 +9,10 @@ import VexalPlugin 1.0
 import VexalDemo 1.0
 import "qrc:/qml"
 
-// Four views of what the module is for: a live histogram, ten million samples
-// that zoom and pan smoothly, bars of individual widths far from the origin,
-// and a series read from a CSV file.
+// Five views of what the module is for: a live histogram, ten million samples
+// that zoom and pan smoothly, a signed waveform of ten million samples drawn
+// as a line, bars of individual widths far from the origin, and a series read
+// from a CSV file.
 ApplicationWindow {
     id: window
 
@@ -22,7 +23,7 @@ ApplicationWindow {
     Material.theme: Material.Light
     Material.accent: Material.Teal
 
-    readonly property var views: [liveView, longView, pairView, csvView]
+    readonly property var views: [liveView, longView, signedView, pairView, csvView]
     // Series of the CSV chart, given by main.cpp.
     required property string csvFile
 
@@ -59,177 +60,216 @@ ApplicationWindow {
         text: "Drag left to zoom (the direction picks the gesture), drag with the right button to pan, Esc cancels."
     }
 
-    GridLayout {
+    ColumnLayout {
         anchors.fill: parent
         anchors.margins: 6
-        columns: 2
+        spacing: 5
 
-        // ---- Live histogram: normal samples accumulate, decimated to the pixel width
-        DemoView {
-            id: liveView
-            title: "Live histogram (RandomU64Data → DecimatorU64 → BarPlotter)"
-            xLabel: value => value.toFixed(0)
+        // Three views above, two below.
+        RowLayout {
+            spacing: 5
 
-            RandomU64Data {
-                id: live
-                type: "normal"
-                append: true
-                interval: 100
-                numBin: 2048
-                area: Qt.rect(0, 0, 2048, 1)
-                Component.onCompleted: {
-                    addFilter(liveDecimator)
-                    addFilter(liveNavDecimator)
-                }
-            }
-            DecimatorU64 {
-                id: liveDecimator
-                chartArea: liveView.refChartArea
-                Component.onCompleted: addPlotter(liveBars)
-            }
-            DecimatorU64 {
-                id: liveNavDecimator
-                chartArea: liveView.refNavigator
-                Component.onCompleted: addPlotter(liveNavBars)
-            }
-            BarPlotter {
-                id: liveBars
-                name: "histogram"
-                color: Material.color(Material.Teal)
-                chartArea: liveView.refChartArea
-            }
-            BarPlotter {
-                id: liveNavBars
-                color: Material.color(Material.Teal, Material.Shade200)
-                chartArea: liveView.refNavigator
-            }
-            BarDecorator {
-                id: decorator
-                chartArea: liveView.refChartArea
-                drawLayer: 2
-                active: liveView.refChartMouse.containsMouse
-                mouseX: liveView.refChartMouse.mouseX
-                mouseY: liveView.refChartMouse.mouseY
-                Component.onCompleted: addPlotter(liveBars)
-            }
-            HoverTooltip {
-                view: liveView
-                info: decorator.infoMap.length > 0 ? decorator.infoMap[0] : null
-            }
-        }
+            // ---- Live histogram: normal samples accumulate, decimated to the pixel width
+            DemoView {
+                id: liveView
+                title: "Live histogram (RandomU64Data → DecimatorU64 → BarPlotter)"
+                xLabel: value => value.toFixed(0)
 
-        // ---- Ten million samples with a smoothed overlay
-        DemoView {
-            id: longView
-            title: "10 000 000 samples (DecimatorU64, MovingAverageU64 → AreaPlotter)"
-            xLabel: value => value >= 1e6 ? (value / 1e6).toFixed(2) + " M"
-                                          : value >= 1e3 ? (value / 1e3).toFixed(0) + " k" : value.toFixed(0)
-
-            DemoSeries {
-                id: longSeries
-                Component.onCompleted: {
-                    addFilter(longDecimator)
-                    addFilter(longNavDecimator)
-                    count = 10000000
-                }
-            }
-            DecimatorU64 {
-                id: longDecimator
-                chartArea: longView.refChartArea
-                Component.onCompleted: {
-                    addPlotter(longBars)
-                    addFilter(smoothing)
-                }
-            }
-            MovingAverageU64 {
-                id: smoothing
-                depth: 8
-                Component.onCompleted: addPlotter(smoothArea)
-            }
-            DecimatorU64 {
-                id: longNavDecimator
-                chartArea: longView.refNavigator
-                Component.onCompleted: addPlotter(longNavBars)
-            }
-            BarPlotter {
-                id: longBars
-                name: "signal"
-                color: Material.color(Material.Indigo)
-                chartArea: longView.refChartArea
-            }
-            AreaPlotter {
-                id: smoothArea
-                name: "average"
-                color: Qt.rgba(1.0, 0.6, 0.0, 0.45)
-                borderColor: Material.color(Material.Orange, Material.Shade800)
-                borderWidth: 2
-                zOrder: 1
-                chartArea: longView.refChartArea
-            }
-            BarPlotter {
-                id: longNavBars
-                color: Material.color(Material.Indigo, Material.Shade200)
-                chartArea: longView.refNavigator
-            }
-        }
-
-        // ---- Pair data: bars of individual widths, ten million units from the origin
-        DemoView {
-            id: pairView
-            title: "Bars of individual widths at x ≈ 1e7 (MinimalWidth2D → BarPlotterDx)"
-            xLabel: value => value.toFixed(1)
-
-            Filter1D {
-                id: pairs
-                Component.onCompleted: {
-                    addFilter(merge)
-                    let values = []
-                    let total = 0
-                    for (let k = 0; k < 3000; ++k) {
-                        const width = 0.05 + (k % 7) * 0.08 + (k % 13 === 0 ? 2.0 : 0.0)
-                        values.push(width, 20 + 15 * Math.sin(k / 40) + (k % 17) * 1.5)
-                        total += width
+                RandomU64Data {
+                    id: live
+                    type: "normal"
+                    append: true
+                    interval: 100
+                    numBin: 2048
+                    area: Qt.rect(0, 0, 2048, 1)
+                    Component.onCompleted: {
+                        addFilter(liveDecimator)
+                        addFilter(liveNavDecimator)
                     }
-                    area = Qt.rect(10000000, 0, total, 1)
-                    data = values
+                }
+                DecimatorU64 {
+                    id: liveDecimator
+                    chartArea: liveView.refChartArea
+                    Component.onCompleted: addPlotter(liveBars)
+                }
+                DecimatorU64 {
+                    id: liveNavDecimator
+                    chartArea: liveView.refNavigator
+                    Component.onCompleted: addPlotter(liveNavBars)
+                }
+                BarPlotter {
+                    id: liveBars
+                    name: "histogram"
+                    color: Material.color(Material.Teal)
+                    chartArea: liveView.refChartArea
+                }
+                BarPlotter {
+                    id: liveNavBars
+                    color: Material.color(Material.Teal, Material.Shade200)
+                    chartArea: liveView.refNavigator
+                }
+                BarDecorator {
+                    id: decorator
+                    chartArea: liveView.refChartArea
+                    drawLayer: 2
+                    active: liveView.refChartMouse.containsMouse
+                    mouseX: liveView.refChartMouse.mouseX
+                    mouseY: liveView.refChartMouse.mouseY
+                    Component.onCompleted: addPlotter(liveBars)
+                }
+                HoverTooltip {
+                    view: liveView
+                    info: decorator.infoMap.length > 0 ? decorator.infoMap[0] : null
                 }
             }
-            MinimalWidth2D {
-                id: merge
-                mergeWidth: 0.5
-                Component.onCompleted: addPlotter(pairBars)
+
+            // ---- Ten million samples with a smoothed overlay
+            DemoView {
+                id: longView
+                title: "10 000 000 samples (DecimatorU64, MovingAverageU64 → AreaPlotter)"
+                xLabel: value => value >= 1e6 ? (value / 1e6).toFixed(2) + " M"
+                                              : value >= 1e3 ? (value / 1e3).toFixed(0) + " k" : value.toFixed(0)
+
+                DemoSeries {
+                    id: longSeries
+                    Component.onCompleted: {
+                        addFilter(longDecimator)
+                        addFilter(longNavDecimator)
+                        count = 10000000
+                    }
+                }
+                DecimatorU64 {
+                    id: longDecimator
+                    chartArea: longView.refChartArea
+                    Component.onCompleted: {
+                        addPlotter(longBars)
+                        addFilter(smoothing)
+                    }
+                }
+                MovingAverageU64 {
+                    id: smoothing
+                    depth: 8
+                    Component.onCompleted: addPlotter(smoothArea)
+                }
+                DecimatorU64 {
+                    id: longNavDecimator
+                    chartArea: longView.refNavigator
+                    Component.onCompleted: addPlotter(longNavBars)
+                }
+                BarPlotter {
+                    id: longBars
+                    name: "signal"
+                    color: Material.color(Material.Indigo)
+                    chartArea: longView.refChartArea
+                }
+                AreaPlotter {
+                    id: smoothArea
+                    name: "average"
+                    color: Qt.rgba(1.0, 0.6, 0.0, 0.45)
+                    borderColor: Material.color(Material.Orange, Material.Shade800)
+                    borderWidth: 2
+                    zOrder: 1
+                    chartArea: longView.refChartArea
+                }
+                BarPlotter {
+                    id: longNavBars
+                    color: Material.color(Material.Indigo, Material.Shade200)
+                    chartArea: longView.refNavigator
+                }
             }
-            BarPlotterDx {
-                id: pairBars
-                name: "pairs"
-                color: Material.color(Material.DeepPurple)
-                chartArea: pairView.refChartArea
+
+            // ---- A signed waveform: the y axis follows the values below 0
+            DemoView {
+                id: signedView
+                title: "Signed chirp, 10 000 000 samples (LinePlotter, includeZero: false)"
+                includeZero: false
+                xLabel: longView.xLabel
+
+                DemoSeries {
+                    id: chirpSeries
+                    shape: DemoSeries.Chirp
+                    Component.onCompleted: {
+                        addPlotter(chirpLine)
+                        addPlotter(chirpNavLine)
+                        count = 10000000
+                    }
+                }
+                LinePlotter {
+                    id: chirpLine
+                    name: "chirp"
+                    color: Material.color(Material.Pink)
+                    chartArea: signedView.refChartArea
+                }
+                LinePlotter {
+                    id: chirpNavLine
+                    color: Material.color(Material.Pink, Material.Shade200)
+                    lineWidth: 1
+                    chartArea: signedView.refNavigator
+                }
             }
         }
 
-        // ---- A series read from a CSV file (one number a line)
-        DemoView {
-            id: csvView
-            title: "CSV file (SCSVReader → BarPlotter): " + window.csvFile
+        RowLayout {
+            spacing: 5
 
-            SCSVReader {
-                id: csv
-                Component.onCompleted: {
-                    addPlotter(csvBars)
-                    addPlotter(csvNavBars)
-                    file = window.csvFile
+            // ---- Pair data: bars of individual widths, ten million units from the origin
+            DemoView {
+                id: pairView
+                title: "Bars of individual widths at x ≈ 1e7 (MinimalWidth2D → BarPlotterDx)"
+                xLabel: value => value.toFixed(1)
+
+                Filter1D {
+                    id: pairs
+                    Component.onCompleted: {
+                        addFilter(merge)
+                        let values = []
+                        let total = 0
+                        for (let k = 0; k < 3000; ++k) {
+                            const width = 0.05 + (k % 7) * 0.08 + (k % 13 === 0 ? 2.0 : 0.0)
+                            values.push(width, 20 + 15 * Math.sin(k / 40) + (k % 17) * 1.5)
+                            total += width
+                        }
+                        area = Qt.rect(10000000, 0, total, 1)
+                        data = values
+                    }
+                }
+                MinimalWidth2D {
+                    id: merge
+                    mergeWidth: 0.5
+                    Component.onCompleted: addPlotter(pairBars)
+                }
+                BarPlotterDx {
+                    id: pairBars
+                    name: "pairs"
+                    color: Material.color(Material.DeepPurple)
+                    chartArea: pairView.refChartArea
                 }
             }
-            BarPlotter {
-                id: csvBars
-                name: "CSV"
-                color: Material.color(Material.Red, Material.Shade400)
-                chartArea: csvView.refChartArea
-            }
-            BarPlotter {
-                id: csvNavBars
-                color: Material.color(Material.Red, Material.Shade100)
-                chartArea: csvView.refNavigator
+
+            // ---- A series read from a CSV file (one number a line)
+            DemoView {
+                id: csvView
+                title: "CSV file (SCSVReader → BarPlotter): " + window.csvFile
+
+                SCSVReader {
+                    id: csv
+                    Component.onCompleted: {
+                        addPlotter(csvBars)
+                        addPlotter(csvNavBars)
+                        file = window.csvFile
+                    }
+                }
+                BarPlotter {
+                    id: csvBars
+                    name: "CSV"
+                    color: Material.color(Material.Red, Material.Shade400)
+                    chartArea: csvView.refChartArea
+                }
+                BarPlotter {
+                    id: csvNavBars
+                    color: Material.color(Material.Red, Material.Shade100)
+                    chartArea: csvView.refNavigator
+                }
             }
         }
     }
@@ -242,6 +282,7 @@ ApplicationWindow {
         property alias refChartArea: view.refChartArea
         property alias refNavigator: view.refNavigator
         property alias refChartMouse: view.refChartMouse
+        property alias includeZero: view.includeZero
         // Tick label of an x value; the view's default shows seconds.
         property var xLabel: null
         default property alias tree: holder.data

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Vexal developers
 // SPDX-License-Identifier: MIT
-// Runs the demo as a user would: its screenshot shows the four charts with
+// Runs the demo as a user would: its screenshot shows the five charts with
 // their data, axes and legends where the layout puts them, and bad arguments
 // are answered with a clear message.
 #include <QtCore/QProcess>
@@ -83,24 +83,33 @@ void tst_VexalDemo::screenshotShowsEveryChart_data()
 
     // Label shares are low but far from zero: the live histogram may show only
     // three short y labels, where a view without labels has none at all.
-    // The window is a 2 x 2 grid of views below a 48-pixel tool bar; each view
-    // keeps its chart in the upper part, the navigator and legend below it.
-    const QColor teal("#009688"), indigo("#3f51b5"), purple("#673ab7"), red("#ef5350");
+    // Below a 48-pixel tool bar the window shows three views in its upper half
+    // and two in its lower half; each view keeps its chart in the upper part,
+    // the navigator and legend below it.
+    const QColor teal("#009688"), indigo("#3f51b5"), pink("#e91e63"), purple("#673ab7"), red("#ef5350");
     const QColor text(Qt::black); // with a wide tolerance: the dark, antialiased label pixels
     QTest::newRow("the live histogram's bars stand in its chart")
-        << QRect(250, 230, 200, 70) << teal << 0.5 << 1.0 << 12;
+        << QRect(180, 230, 120, 70) << teal << 0.5 << 1.0 << 12;
     QTest::newRow("the live histogram's tails are low: the chart's top is empty")
         << QRect(80, 100, 120, 60) << teal << 0.0 << 0.01 << 12;
     QTest::newRow("the long series' bars fill its chart")
-        << QRect(720, 250, 520, 50) << indigo << 0.02 << 1.0 << 12;
+        << QRect(500, 230, 330, 70) << indigo << 0.02 << 1.0 << 12;
+    QTest::newRow("the signed chirp's dense band swings above and below the middle of its chart")
+        << QRect(1100, 130, 150, 150) << pink << 0.5 << 1.0 << 12;
+    QTest::newRow("the signed chirp's slow swings leave room between them")
+        << QRect(990, 150, 60, 100) << pink << 0.05 << 0.6 << 12;
     QTest::newRow("the pair bars stand far right of the origin in their chart")
         << QRect(80, 650, 530, 60) << purple << 0.5 << 1.0 << 12;
     QTest::newRow("the CSV peaks rise in their chart")
         << QRect(710, 690, 540, 25) << red << 0.3 << 1.0 << 12;
     QTest::newRow("the live histogram's legend shows its colour dot")
-        << QRect(255, 415, 30, 20) << teal << 0.05 << 1.0 << 12;
+        << QRect(150, 415, 30, 20) << teal << 0.05 << 1.0 << 12;
+    QTest::newRow("the signed chirp's legend shows its colour dot")
+        << QRect(1000, 415, 30, 20) << pink << 0.05 << 1.0 << 12;
     QTest::newRow("the y axis of the live histogram has labels")
         << QRect(15, 95, 45, 225) << text << 0.003 << 0.5 << 150;
+    QTest::newRow("the y axis of the signed chirp has a label in its lower part, below zero")
+        << QRect(860, 245, 55, 50) << text << 0.003 << 0.5 << 150;
     QTest::newRow("the x axis of the CSV chart has labels")
         << QRect(700, 725, 560, 18) << text << 0.01 << 0.5 << 150;
 }

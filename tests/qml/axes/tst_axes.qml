@@ -165,6 +165,127 @@ Item {
             compare(axis.textOffset, 16)
         }
 
+        function test_signed_y_ticks_data() {
+            return [
+                { tag: "a range from -1.3 to 1.3 ticks every half unit from -1",
+                  height: 400, tickHeight: 50, rect: Qt.rect(0, -1.3, 10, 2.6), log: false, step: 0.5,
+                  values: [-1, -0.5, 0, 0.5, 1], labels: ["-1", "-0.5", "0", "0.5", "1"] },
+                { tag: "an all-negative range ticks below zero only, without float noise",
+                  height: 400, tickHeight: 50, rect: Qt.rect(0, -1.05, 10, 1), log: false, step: 0.2,
+                  values: [-1, -0.8, -0.6, -0.4, -0.2], labels: ["-1", "-0.8", "-0.6", "-0.4", "-0.2"] },
+                { tag: "a range far above zero ticks from its bottom",
+                  height: 300, tickHeight: 50, rect: Qt.rect(0, 1000.3, 10, 2), log: false, step: 0.5,
+                  values: [1000.5, 1001, 1001.5, 1002], labels: ["1000.5", "1001", "1001.5", "1002"] },
+                { tag: "a wide range steps by round ten thousands",
+                  height: 400, tickHeight: 50, rect: Qt.rect(0, -12345, 10, 50000), log: false, step: 10000,
+                  values: [-10000, 0, 10000, 20000, 30000], labels: ["-10000", "0", "10000", "20000", "30000"] },
+                { tag: "a taller tick height takes a wider step",
+                  height: 400, tickHeight: 100, rect: Qt.rect(0, -1.3, 10, 2.6), log: false, step: 1,
+                  values: [-1, 0, 1], labels: ["-1", "0", "1"] },
+                { tag: "ticks on both edges of the range are kept",
+                  height: 400, tickHeight: 50, rect: Qt.rect(0, -2, 10, 4), log: false, step: 0.5,
+                  values: [-2, -1.5, -1, -0.5, 0, 0.5, 1, 1.5, 2],
+                  labels: ["-2", "-1.5", "-1", "-0.5", "0", "0.5", "1", "1.5", "2"] },
+                { tag: "log scale writes the signed exponents as powers of ten",
+                  height: 300, tickHeight: 50, rect: Qt.rect(0, -2.3, 10, 5), log: true, step: 1,
+                  values: [-2, -1, 0, 1, 2],
+                  labels: ["10<sup>-2</sup>", "10<sup>-1</sup>", "10<sup>0</sup>", "10<sup>1</sup>", "10<sup>2</sup>"] }
+            ]
+        }
+
+        // Whether step is 1, 2 or 5 times a power of ten.
+        function isRoundStep(step) {
+            const exponent = Math.floor(Math.log10(step) + 1e-9)
+            const mantissa = step / Math.pow(10, exponent)
+            return [1, 2, 5].some(m => Math.abs(mantissa - m) < 1e-9)
+        }
+
+        function test_signed_y_ticks(row) {
+            const axis = createTemporaryObject(yAxisComponent, top, {
+                width: 500, height: row.height, tickHeight: row.tickHeight, rectArea: row.rect,
+                isLogScale: row.log, includeZero: false })
+            const bottom = row.rect.y
+            const topValue = row.rect.y + row.rect.height
+            const step = axis.dyTicks
+            compare(step, row.step, "step")
+            verify(isRoundStep(step), "1, 2 or 5 times a power of ten")
+            verify(step / row.rect.height * row.height >= row.tickHeight - 1e-9, "ticks at least tickHeight apart")
+            // The next smaller round step would crowd the ticks.
+            const smaller = step / (isRoundStep(step / 2) ? 2 : 2.5)
+            verify(smaller / row.rect.height * row.height < row.tickHeight, "the smallest step that fits")
+            const ticks = ticksOf(axis)
+            compare(ticks.map(t => t.value), row.values, "tick values")
+            verify(ticks[0].value >= bottom, "first tick at or above the bottom")
+            verify(ticks[0].value - step < bottom, "no room for a tick below the first")
+            verify(ticks[ticks.length - 1].value + step > topValue, "no room for a tick above the last")
+            for (let i = 0; i < ticks.length; ++i) {
+                const value = ticks[i].value
+                verify(value >= bottom && value <= topValue, "tick " + i + " inside the range")
+                fuzzyCompare(value / step, Math.round(value / step), 1e-9, "tick " + i + " a multiple of the step")
+                fuzzyCompare(ticks[i].y, row.height - (value - bottom) / row.rect.height * row.height, 1e-9,
+                             "line " + i)
+                compare(ticks[i].width, 500, "lines cross the whole axis")
+                compare(labelOf(ticks[i]), row.labels[i], "label " + i)
+                verify(ticks[i].visible, "line " + i + " shown")
+            }
+        }
+
+        function test_signed_labels_use_the_text_function() {
+            const axis = createTemporaryObject(yAxisComponent, top, {
+                width: 500, height: 400, rectArea: Qt.rect(0, -1.05, 10, 1), includeZero: false,
+                axisTextFunc: Utils.format_event })
+            compare(ticksOf(axis).map(labelOf), ["-1.00", "-0.80", "-0.60", "-0.40", "-0.20"])
+        }
+
+        function test_signed_axis_without_room_draws_nothing_data() {
+            return [
+                { tag: "a signed axis shorter than tickHeight has no tick",
+                  height: 49, rect: Qt.rect(0, -1.3, 10, 2.6) },
+                { tag: "a signed axis over an empty range has no tick",
+                  height: 400, rect: Qt.rect(0, -1, 10, 0) }
+            ]
+        }
+
+        function test_signed_axis_without_room_draws_nothing(row) {
+            const axis = createTemporaryObject(yAxisComponent, top, {
+                width: 500, height: row.height, rectArea: row.rect, includeZero: false })
+            compare(axis.yTicks, 0)
+            compare(ticksOf(axis).length, 0)
+        }
+
+        function test_zero_based_ticks_are_kept_data() {
+            return [
+                { tag: "a signed range still ticks from zero by default",
+                  height: 400, rect: Qt.rect(0, -1.3, 10, 2.6), set: false },
+                { tag: "includeZero on ticks a signed range from zero",
+                  height: 400, rect: Qt.rect(0, -1.3, 10, 2.6), set: true },
+                { tag: "includeZero on keeps the power-of-two steps",
+                  height: 300, rect: Qt.rect(0, 0, 1000, 1000), set: true },
+                { tag: "includeZero on keeps the tick cap",
+                  height: 100, rect: Qt.rect(0, 0, 3, 3), set: true }
+            ]
+        }
+
+        function test_zero_based_ticks_are_kept(row) {
+            const properties = { width: 500, height: row.height, rectArea: row.rect }
+            if (row.set)
+                properties.includeZero = true
+            const axis = createTemporaryObject(yAxisComponent, top, properties)
+            verify(axis.includeZero, "on by default")
+            // Ticks i × step from 0, as many as fit the height and the tick cap.
+            const maxTicks = Math.floor(row.height / 50)
+            const step = Utils.tickStep(row.rect.height, maxTicks)
+            const count = Math.min(Math.floor(row.rect.height / step) + 1, maxTicks)
+            compare(axis.dyTicks, step, "step")
+            const ticks = ticksOf(axis)
+            compare(ticks.length, count, "line count")
+            for (let i = 0; i < count; ++i) {
+                compare(ticks[i].value, i * step, "value " + i)
+                compare(ticks[i].y, row.height - i * step / row.rect.height * row.height, "line " + i)
+                compare(labelOf(ticks[i]), String(i * step), "label " + i)
+            }
+        }
+
         function test_degenerate_ranges_draw_nothing_data() {
             return [
                 { tag: "an x axis over an empty range", component: xAxisComponent },

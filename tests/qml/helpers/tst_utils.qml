@@ -76,6 +76,43 @@ TestCase {
         compare(Utils.tickStep(row.span, row.ticks), row.step)
     }
 
+    function test_round_tick_step_data() {
+        return [
+            { tag: "2.6 over 8 ticks steps by a half", span: 2.6, ticks: 8, step: 0.5 },
+            { tag: "1 over 8 ticks steps by two tenths", span: 1, ticks: 8, step: 0.2 },
+            { tag: "4 over 8 ticks steps by exactly a half", span: 4, ticks: 8, step: 0.5 },
+            { tag: "a fraction of a tick count is honoured", span: 10, ticks: 7.5, step: 2 },
+            { tag: "7 over 1 tick steps by ten", span: 7, ticks: 1, step: 10 },
+            { tag: "50000 over 8 ticks steps by ten thousand", span: 50000, ticks: 8, step: 10000 },
+            { tag: "3e-7 over 6 ticks steps by 5e-8", span: 3e-7, ticks: 6, step: 5e-8 },
+            { tag: "an empty span has no step", span: 0, ticks: 8, step: NaN },
+            { tag: "no tick room has no step", span: 1, ticks: 0, step: NaN }
+        ]
+    }
+
+    function test_round_tick_step(row) {
+        const step = Utils.roundTickStep(row.span, row.ticks)
+        if (isNaN(row.step))
+            verify(isNaN(step), "NaN, got " + step)
+        else
+            verify(step === row.step, "exactly " + row.step + ", got " + step)
+    }
+
+    function test_round_to_step_data() {
+        return [
+            { tag: "three steps of two tenths below zero", value: -3 * 0.2, step: 0.2, result: -0.6, text: "-0.6" },
+            { tag: "a whole step keeps no decimals", value: 7 * 10000, step: 10000, result: 70000, text: "70000" },
+            { tag: "tiny steps keep their decimals", value: 3 * 5e-8, step: 5e-8, result: 1.5e-7, text: "1.5e-7" },
+            { tag: "minus zero is written as zero", value: -0 * 0.5, step: 0.5, result: 0, text: "0" }
+        ]
+    }
+
+    function test_round_to_step(row) {
+        const rounded = Utils.roundToStep(row.value, row.step)
+        verify(rounded === row.result, "exactly " + row.result + ", got " + rounded)
+        compare(String(rounded), row.text)
+    }
+
     function test_set_plotter_color_data() {
         return [
             { tag: "an index in the list recolours that plotter", index: 1, colors: ["#07cbf2", "#ff0000"] },
