@@ -227,15 +227,49 @@ void IPlotter::setData(const QList<double> &data)
         return; // data given to a plotter without a chart are dropped
     m_data = data;
     markDataReplaced();
-    if (initialized) {
-        QMutexLocker locker(&dataMutex);
-        if (__update_vertex())
-            dirtyFlags |= DirtyBits::Vertex;
-        if (__update_index())
-            dirtyFlags |= DirtyBits::Index;
-    }
+    rebuildArrays();
     emit dataChanged();
     requestChartUpdate();
+}
+
+void IPlotter::appendData(const QList<double> &values)
+{
+    if (values.isEmpty() || (!m_chartArea && !keepsDataWithoutChart))
+        return;
+    const qsizetype before = m_data.size();
+    QRectF area = m_plotterArea;
+    const double cell = before > 0 && area.width() > 0.0 ? area.width() / double(before) : 1.0;
+    area.setWidth(area.width() + cell * double(values.size()));
+    if (before == 0)
+        m_data = values; // shares the caller's list instead of copying it
+    else
+        m_data.append(values);
+    ++m_dataStamp;
+    storePlotterArea(area);
+    dataAppended(before);
+    emit dataChanged();
+    requestChartUpdate();
+}
+
+void IPlotter::dataAppended(qsizetype)
+{
+    rebuildArrays();
+}
+
+void IPlotter::rebuildArrays()
+{
+    if (!initialized)
+        return;
+    QMutexLocker locker(&dataMutex);
+    if (__update_vertex())
+        dirtyFlags |= DirtyBits::Vertex;
+    if (__update_index())
+        dirtyFlags |= DirtyBits::Index;
+}
+
+void IPlotter::clear()
+{
+    setData(QList<double>());
 }
 
 //-----------------------------------------------------------------------------

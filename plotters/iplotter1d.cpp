@@ -29,9 +29,14 @@ Vexal::PeakPyramid &IPlotter1D::peaks() const
     return *m_peaks;
 }
 
+Vexal::DataStamps IPlotter1D::stamps() const
+{
+    return {dataStamp(), replaceStamp()};
+}
+
 double IPlotter1D::peakIn(qsizetype first, qsizetype last) const
 {
-    return peaks().peakIn(items(), dataStamp(), first, last);
+    return peaks().peakIn(items(), stamps(), first, last);
 }
 
 Vexal::PeakPyramid &IPlotter1D::troughs() const
@@ -43,17 +48,17 @@ Vexal::PeakPyramid &IPlotter1D::troughs() const
 
 double IPlotter1D::trough(int level, qsizetype group) const
 {
-    return -troughs().peak(items().negated(), dataStamp(), level, group);
+    return -troughs().peak(items().negated(), stamps(), level, group);
 }
 
 double IPlotter1D::troughIn(qsizetype first, qsizetype last) const
 {
-    return -troughs().peakIn(items().negated(), dataStamp(), first, last);
+    return -troughs().peakIn(items().negated(), stamps(), first, last);
 }
 
 std::pair<float, float> IPlotter1D::columnOf(int level, qsizetype group, bool hangs) const
 {
-    const double peak = peaks().peak(items(), dataStamp(), level, group);
+    const double peak = peaks().peak(items(), stamps(), level, group);
     if (!hangs)
         return {0.0f, Vexal::toFloat(peak)};
     const double low = trough(level, group);
@@ -91,6 +96,13 @@ void IPlotter1D::setDataWithPeak(const QList<double> &values, double peak)
     m_peakHint = peak;
     setData(values);
     m_peakHint.reset();
+}
+
+void IPlotter1D::raiseHeightToAppended(qsizetype previousCount)
+{
+    const double peak = peakIn(previousCount / itemStride, items().count);
+    if (peak > plotterArea().height())
+        setPlotterAreaHeight(peak);
 }
 
 double IPlotter1D::dataMaximum() const

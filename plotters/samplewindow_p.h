@@ -48,9 +48,19 @@ struct ItemSeries
     ItemSeries negated() const { return {values, count, stride, -sign}; }
 };
 
+// What a pyramid was worked out of: the data stamp, and the replace stamp
+// that tells whether newer data only appended values to it (0: unknown).
+struct DataStamps
+{
+    DataStamps(quint64 dataStamp, quint64 replaceStamp = 0) : data(dataStamp), replaced(replaceStamp) {}
+    quint64 data;     // changes with every change of the data
+    quint64 replaced; // changes when the data are replaced; 0: unknown
+};
+
 // Peaks of groups of 2^level items, NaN ignored. Levels up to MaxComputedLevel
 // are read from the items themselves; the levels above are stored, built once
-// per data change (the data stamp) and only when a frame or a query needs them,
+// per data change (the data stamp) and only when a frame or a query needs them
+// (after an append, only their tail groups),
 // in 1/8 of a double per item.
 class PeakPyramid
 {
@@ -61,18 +71,19 @@ public:
     static qsizetype groupCount(qsizetype items, int level);
 
     // The peak of group g of 2^level items; NaN when all of them are NaN.
-    double peak(const ItemSeries &items, quint64 stamp, int level, qsizetype group);
+    double peak(const ItemSeries &items, DataStamps stamps, int level, qsizetype group);
     // The peak of items [first, last); NaN when there are none.
-    double peakIn(const ItemSeries &items, quint64 stamp, qsizetype first, qsizetype last);
+    double peakIn(const ItemSeries &items, DataStamps stamps, qsizetype first, qsizetype last);
     // Bytes held by the stored levels.
     qsizetype bytes() const;
 
 private:
-    void buildFor(const ItemSeries &items, quint64 stamp);
+    void buildFor(const ItemSeries &items, DataStamps stamps);
     double storedPeak(int level, qsizetype group) const;
 
     QList<QList<double>> m_levels; // m_levels[k]: level MaxComputedLevel + 1 + k; empty
-    quint64 m_stamp = 0;           // data stamp the levels were built for; 0 = none
+    DataStamps m_stamps{0};        // stamps the levels were built for; data 0 = none
+    qsizetype m_count = 0;         // items they were built for; 0
 };
 
 // The groups a chart's frames hold on the GPU for one plotter.

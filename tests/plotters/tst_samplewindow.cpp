@@ -10,6 +10,7 @@
 #include <limits>
 #include <random>
 
+using Vexal::DataStamps;
 using Vexal::ItemSeries;
 using Vexal::PeakPyramid;
 using Vexal::SampleWindow;
@@ -61,6 +62,9 @@ private slots:
     void rangePeaksMatchReadingEveryItem();
     void pairsReadEverySecondValue();
     void newStampRebuildsTheStoredLevels();
+    void appendedItemsUpdateTheTailOnly_data();
+    void appendedItemsUpdateTheTailOnly();
+    void newReplaceStampRebuildsEverything();
     void levelMakesGroupsAtLeastAPixelWide_data();
     void levelMakesGroupsAtLeastAPixelWide();
     void windowFollowsTheView_data();
@@ -153,6 +157,56 @@ void tst_SampleWindow::newStampRebuildsTheStoredLevels()
     QCOMPARE(pyramid.peakIn(seriesOf(values), 1, 0, 100000), 1.0); // same stamp: the stored levels
     QCOMPARE(pyramid.peakIn(seriesOf(values), 2, 0, 100000), 4.0);
     QCOMPARE(pyramid.peak(seriesOf(values), 2, 16, 0), 4.0);
+}
+
+void tst_SampleWindow::appendedItemsUpdateTheTailOnly_data()
+{
+    QTest::addColumn<qsizetype>("before");
+    QTest::addColumn<qsizetype>("after");
+
+    QTest::newRow("an append into an empty series builds it") << qsizetype(0) << qsizetype(100000);
+    QTest::newRow("an append of one item to a ragged last group") << qsizetype(99999) << qsizetype(100000);
+    QTest::newRow("an append that starts a new group") << qsizetype(65536) << qsizetype(65600);
+    QTest::newRow("an append that adds levels on top") << qsizetype(100) << qsizetype(300000);
+}
+
+void tst_SampleWindow::appendedItemsUpdateTheTailOnly()
+{
+    QFETCH(qsizetype, before);
+    QFETCH(qsizetype, after);
+
+    QList<double> values = randomValues(after);
+    values[after - 1] = 7000.0; // a new peak in the appended tail
+    values[before / 2] = 6000.0; // an old peak
+    PeakPyramid appended;
+    // Built for the first values (data stamp 1), then for all of them with
+    // the same replace stamp: the levels are extended, not rebuilt.
+    const QList<double> head = values.first(before);
+    appended.peakIn(seriesOf(head), DataStamps(1, 1), 0, before);
+    PeakPyramid built;
+    for (int level = 4; level <= 18; level += 2) {
+        const qsizetype groups = PeakPyramid::groupCount(after, level);
+        for (qsizetype g : {qsizetype(0), groups / 2, groups - 1}) {
+            const double expected = built.peak(seriesOf(values), DataStamps(1, 1), level, g);
+            QVERIFY2(samePeak(appended.peak(seriesOf(values), DataStamps(2, 1), level, g), expected),
+                     qPrintable(QStringLiteral("level %1 group %2").arg(level).arg(g)));
+        }
+    }
+    QVERIFY(samePeak(appended.peakIn(seriesOf(values), DataStamps(2, 1), 0, after), 7000.0));
+    QCOMPARE(appended.bytes(), built.bytes());
+}
+
+void tst_SampleWindow::newReplaceStampRebuildsEverything()
+{
+    QList<double> values(100000, 1.0);
+    values[10] = 5.0;
+    PeakPyramid pyramid;
+    QCOMPARE(pyramid.peakIn(seriesOf(values), DataStamps(1, 1), 0, 100000), 5.0);
+    // Replaced (a new replace stamp) by values just as long: the old peak goes.
+    values[10] = 1.0;
+    values.append(QList<double>(1000, 2.0));
+    QCOMPARE(pyramid.peakIn(seriesOf(values), DataStamps(2, 2), 0, values.size()), 2.0);
+    QCOMPARE(pyramid.peak(seriesOf(values), DataStamps(2, 2), 17, 0), 2.0);
 }
 
 void tst_SampleWindow::levelMakesGroupsAtLeastAPixelWide_data()
