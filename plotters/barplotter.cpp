@@ -220,10 +220,10 @@ void BarPlotter::updateHeight()
     setPlotterAreaHeight(dataMaximum());
 }
 
-void BarPlotter::dataAppended(qsizetype previousCount)
+void BarPlotter::dataTailChanged(qsizetype)
 {
     if (m_glReady)
-        raiseHeightToAppended(previousCount);
+        setHeightToPeak();
 }
 
 //-----------------------------------------------------------------------------

@@ -240,18 +240,61 @@ void IPlotter::appendData(const QList<double> &values)
     QRectF area = m_plotterArea;
     const double cell = before > 0 && area.width() > 0.0 ? area.width() / double(before) : 1.0;
     area.setWidth(area.width() + cell * double(values.size()));
+    QList<double> data = std::move(m_data);
     if (before == 0)
-        m_data = values; // shares the caller's list instead of copying it
+        data = values; // shares the caller's list instead of copying it
     else
-        m_data.append(values);
-    ++m_dataStamp;
+        data.append(values);
     storePlotterArea(area);
-    dataAppended(before);
+    takeTail(data, before);
+}
+
+void IPlotter::setDataFrom(const QList<double> &data, qsizetype firstChanged)
+{
+    if (firstChanged <= 0 || firstChanged > m_data.size() || firstChanged > data.size()) {
+        setData(data);
+        return;
+    }
+    if (!m_chartArea && !keepsDataWithoutChart)
+        return;
+    takeTail(data, firstChanged);
+}
+
+void IPlotter::takeTail(const QList<double> &data, qsizetype firstChanged)
+{
+    m_data = data;
+    ++m_dataStamp;
+    // A bounded log: a consumer older than all of it rebuilds in full.
+    if (m_tailChanges.size() == 64)
+        m_tailChanges.removeFirst();
+    m_tailChanges.append({m_dataStamp, firstChanged});
+    dataTailChanged(firstChanged);
     emit dataChanged();
     requestChartUpdate();
 }
 
-void IPlotter::dataAppended(qsizetype)
+void IPlotter::markDataReplaced()
+{
+    ++m_dataStamp;
+    m_tailChanges.clear();
+}
+
+qsizetype IPlotter::unchangedSince(quint64 stamp) const
+{
+    if (stamp == m_dataStamp)
+        return m_data.size();
+    // Every change after stamp must be in the log, the first one included.
+    if (m_tailChanges.isEmpty() || m_tailChanges.first().first > stamp + 1)
+        return 0;
+    qsizetype unchanged = m_data.size();
+    for (const auto &[changeStamp, firstChanged] : m_tailChanges) {
+        if (changeStamp > stamp)
+            unchanged = std::min(unchanged, firstChanged);
+    }
+    return unchanged;
+}
+
+void IPlotter::dataTailChanged(qsizetype)
 {
     rebuildArrays();
 }

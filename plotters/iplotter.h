@@ -101,6 +101,11 @@ public:
     Q_INVOKABLE void appendData(const QList<double> &values);
     // Empties the data, from the screen too.
     Q_INVOKABLE void clear();
+    // Takes data whose values before firstChanged are the current ones (a
+    // filter's output that grew or changed only at its end), at a cost that
+    // follows what changed; the plotter area stays as it is. firstChanged 0
+    // (or beyond the current data) replaces the data as setData does.
+    void setDataFrom(const QList<double> &data, qsizetype firstChanged);
 
     // ---- Process-wide shader program registry
     static void registerProgramDefinition(SProgramShaderDefinition *definition);
@@ -214,14 +219,16 @@ protected:
     // Counts the data replacements, from 1: what was worked out of the data
     // (GPU windows, peak pyramids) remembers the stamp it was made for.
     quint64 dataStamp() const { return m_dataStamp; }
-    void markDataReplaced() { m_replaceStamp = ++m_dataStamp; }
-    // Counts the replacements only: data with the same replace stamp begin
-    // with the same values, later ones appended.
-    quint64 replaceStamp() const { return m_replaceStamp; }
-    // After values were appended (previousCount before them) and the data
-    // stamp moved on: subclasses bring what they keep of the data up to
-    // date. The base does what a replacement does.
-    virtual void dataAppended(qsizetype previousCount);
+    void markDataReplaced();
+    // How many leading values are the same now as when the data stamp was
+    // stamp (0 when that is not known any more): what was worked out of the
+    // data then needs only its tail rebuilt.
+    qsizetype unchangedSince(quint64 stamp) const;
+    // After the data changed from firstChanged on (values appended, or a
+    // filter's tail recomputed) and the data stamp moved on: subclasses bring
+    // what they keep of the data up to date. The base does what a
+    // replacement does.
+    virtual void dataTailChanged(qsizetype firstChanged);
     bool keepsDataWithoutChart = false;            // data given before a chart are kept, not dropped
 
     QList<double> m_data;                          // the series; shared, not copied
@@ -238,6 +245,8 @@ private:
     void initialize();
     // Lets an initialised plotter rebuild its arrays from the data.
     void rebuildArrays();
+    // Stores data that changed from firstChanged on, under a new data stamp.
+    void takeTail(const QList<double> &data, qsizetype firstChanged);
     void drawRenderLayer(const SRenderLayerDefinition &layer, QOpenGLShaderProgram &program);
 
     QString m_name;                      // legend name, empty
@@ -254,7 +263,7 @@ private:
     QPointer<IChartArea> m_chartArea;    // the chart drawn into; not owned
     std::unique_ptr<Vexal::GpuArrays> m_gpuArrays; // GPU copies of the arrays, per share group
     quint64 m_dataStamp = 1;             // see dataStamp()
-    quint64 m_replaceStamp = 1;          // see replaceStamp()
+    QList<QPair<quint64, qsizetype>> m_tailChanges; // (stamp, first changed value) since the last replacement, newest last
     mutable QHash<const IChartArea *, std::shared_ptr<FrameRecord>> m_frames; // frame records per chart
     mutable QMutex m_framesMutex;        // render threads of several windows reach m_frames
     QList<QPointer<IChartArea>> m_listedBy; // charts whose lists hold this plotter; not owned

@@ -262,9 +262,9 @@ void LinePlotter::setData(const QList<double> &data)
     requestChartUpdate();
 }
 
-void LinePlotter::dataAppended(qsizetype previousCount)
+void LinePlotter::dataTailChanged(qsizetype firstChanged)
 {
-    m_pyramid->append(m_data, previousCount);
+    m_pyramid->update(m_data, firstChanged);
     storePlotterArea(withDataExtent(plotterArea()));
 }
 

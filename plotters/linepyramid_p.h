@@ -33,10 +33,10 @@ public:
 
     // Rebuilds every level from the values; fewer than two values leave no level.
     void build(const QList<double> &values) { rebuildFrom(values, 0); }
-    // The values are the ones built for with more appended (previousCount
-    // before them): rebuilds only the groups from the one that held the old
-    // last value on.
-    void append(const QList<double> &values, qsizetype previousCount) { rebuildFrom(values, previousCount); }
+    // The values are the ones built for, changed or appended from
+    // firstChanged on: rebuilds only the groups from the one that holds
+    // firstChanged on.
+    void update(const QList<double> &values, qsizetype firstChanged) { rebuildFrom(values, firstChanged); }
     // Levels above the values themselves (level 1 is the first).
     int levelCount() const { return int(m_levels.size()); }
     // The groups of level k >= 1.

@@ -40,16 +40,14 @@ qsizetype PeakPyramid::groupCount(qsizetype items, int level)
 
 void PeakPyramid::buildFor(const ItemSeries &items, DataStamps stamps)
 {
-    if (m_stamps.data == stamps.data)
+    if (m_stamp == stamps.data)
         return;
-    // Appended items change only the groups from the one that held the old
-    // last item on; anything else is built anew.
-    const bool appended = m_stamps.data != 0 && stamps.replaced != 0 && m_stamps.replaced == stamps.replaced
-                          && m_count <= items.count;
-    qsizetype changed = appended ? m_count : 0; // first changed item, then group of each level
-    if (!appended)
+    // Items changed or appended at the end change only the groups from the
+    // one that holds the first changed item on; the rest is kept.
+    qsizetype changed = m_stamp != 0 ? std::min({stamps.unchanged, m_count, items.count}) : 0;
+    if (changed <= 0)
         m_levels.clear();
-    m_stamps = stamps;
+    m_stamp = stamps.data;
     m_count = items.count;
     const int firstStored = MaxComputedLevel + 1;
     const qsizetype groupSize = qsizetype(1) << firstStored;
@@ -60,7 +58,8 @@ void PeakPyramid::buildFor(const ItemSeries &items, DataStamps stamps)
     bottom.resize(groupCount(items.count, firstStored));
     for (qsizetype g = changed; g < bottom.size(); ++g)
         bottom[g] = peakOfItems(items, g * groupSize, std::min(items.count, (g + 1) * groupSize));
-    for (qsizetype k = 1; m_levels[k - 1].size() > 1; ++k) {
+    qsizetype k = 1;
+    for (; m_levels[k - 1].size() > 1; ++k) {
         changed /= 2;
         if (m_levels.size() == k)
             m_levels.append(QList<double>());
@@ -70,6 +69,7 @@ void PeakPyramid::buildFor(const ItemSeries &items, DataStamps stamps)
         for (qsizetype g = changed; g < level.size(); ++g)
             level[g] = 2 * g + 1 < below.size() ? peakOf(below[2 * g], below[2 * g + 1]) : below[2 * g];
     }
+    m_levels.resize(k); // fewer items may need fewer levels
 }
 
 double PeakPyramid::storedPeak(int level, qsizetype group) const

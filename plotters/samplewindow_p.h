@@ -48,13 +48,13 @@ struct ItemSeries
     ItemSeries negated() const { return {values, count, stride, -sign}; }
 };
 
-// What a pyramid was worked out of: the data stamp, and the replace stamp
-// that tells whether newer data only appended values to it (0: unknown).
+// The data a pyramid is asked about: their stamp, and how many leading items
+// are the same as when the pyramid was last built (0: none, or not known).
 struct DataStamps
 {
-    DataStamps(quint64 dataStamp, quint64 replaceStamp = 0) : data(dataStamp), replaced(replaceStamp) {}
-    quint64 data;     // changes with every change of the data
-    quint64 replaced; // changes when the data are replaced; 0: unknown
+    DataStamps(quint64 dataStamp, qsizetype unchangedItems = 0) : data(dataStamp), unchanged(unchangedItems) {}
+    quint64 data;        // changes with every change of the data
+    qsizetype unchanged; // leading items unchanged since the pyramid's build
 };
 
 // Peaks of groups of 2^level items, NaN ignored. Levels up to MaxComputedLevel
@@ -76,13 +76,15 @@ public:
     double peakIn(const ItemSeries &items, DataStamps stamps, qsizetype first, qsizetype last);
     // Bytes held by the stored levels.
     qsizetype bytes() const;
+    // The data stamp the stored levels were built for; 0 = none.
+    quint64 builtStamp() const { return m_stamp; }
 
 private:
     void buildFor(const ItemSeries &items, DataStamps stamps);
     double storedPeak(int level, qsizetype group) const;
 
     QList<QList<double>> m_levels; // m_levels[k]: level MaxComputedLevel + 1 + k; empty
-    DataStamps m_stamps{0};        // stamps the levels were built for; data 0 = none
+    quint64 m_stamp = 0;           // data stamp the levels were built for; 0 = none
     qsizetype m_count = 0;         // items they were built for; 0
 };
 

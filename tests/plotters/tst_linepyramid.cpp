@@ -142,7 +142,7 @@ void tst_LinePyramid::appendEqualsABuildOfTheWholeSeries()
         values[after - 3] = NaN; // a gap in the tail
     Vexal::LinePyramid appended;
     appended.build(values.first(before));
-    appended.append(values, before);
+    appended.update(values, before);
     Vexal::LinePyramid built;
     built.build(values);
     QCOMPARE(appended.levelCount(), built.levelCount());
