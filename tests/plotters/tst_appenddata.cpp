@@ -5,6 +5,7 @@
 // the whole list draws, for bars, areas and lines, on short and long series.
 #include <vexal/areaplotter.h>
 #include <vexal/barplotter.h>
+#include <vexal/barplotterdx.h>
 #include <vexal/ichartarea.h>
 #include <vexal/lineplotter.h>
 #include "plotterscene.h"
@@ -136,6 +137,7 @@ void tst_AppendData::appendedPictureEqualsTheWholeList_data()
     QTest::newRow("bars appended show like the whole list") << QByteArray("BarPlotter");
     QTest::newRow("areas appended show like the whole list") << QByteArray("AreaPlotter");
     QTest::newRow("lines appended show like the whole list") << QByteArray("LinePlotter");
+    QTest::newRow("bars with widths appended show like the whole list") << QByteArray("BarPlotterDx");
 }
 
 void tst_AppendData::appendedPictureEqualsTheWholeList()
@@ -150,13 +152,23 @@ void tst_AppendData::appendedPictureEqualsTheWholeList()
     series->setData(head);
     scene.grab(); // a frame of the first values: the append must replace what it drew
     series->appendData(tail);
-    QCOMPARE(series->plotterArea().width(), 20.0);
     const QImage appended = scene.grab();
-    // The new values show right of the old ones: value 7 in cell 15.
-    PLOTTER_COMPARE_PIXEL(appended, PlotterTest::pixelOf(15.5, 6.95), QColor(Qt::red));
+    const QRectF area = series->plotterArea();
+    if (type != "BarPlotterDx") {
+        // The new values show right of the old ones: value 7 in cell 15.
+        QCOMPARE(area.width(), 20.0);
+        PLOTTER_COMPARE_PIXEL(appended, PlotterTest::pixelOf(15.5, 6.95), QColor(Qt::red));
+    } else {
+        // Bars with widths span the sum of their widths, at even positions.
+        double widths = 0.0;
+        const QList<double> all = head + tail;
+        for (qsizetype i = 0; i < all.size(); i += 2)
+            widths += all[i];
+        QCOMPARE(area.width(), widths);
+    }
 
     series->setData({});
-    series->setPlotterArea(QRectF(0, 0, 20, 0));
+    series->setPlotterArea(area);
     series->setData(head + tail);
     QByteArray where;
     QVERIFY2(samePicture(appended, scene.grab(), where), where.constData());
