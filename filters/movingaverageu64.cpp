@@ -11,6 +11,7 @@
 MovingAverageU64::MovingAverageU64(QObject *parent)
     : Filter1D(parent)
 {
+    keepsRootInput = true; // recomputes from its whole input after an append
 }
 
 MovingAverageU64::~MovingAverageU64() = default;

@@ -240,35 +240,37 @@ void IPlotter::appendData(const QList<double> &values)
     QRectF area = m_plotterArea;
     const double cell = before > 0 && area.width() > 0.0 ? area.width() / double(before) : 1.0;
     area.setWidth(area.width() + cell * double(values.size()));
-    QList<double> data = std::move(m_data);
-    if (before == 0)
-        data = values; // shares the caller's list instead of copying it
-    else
-        data.append(values);
     storePlotterArea(area);
-    takeTail(data, before);
+    takeTail(before, values);
 }
 
-void IPlotter::setDataFrom(const QList<double> &data, qsizetype firstChanged)
+void IPlotter::replaceTail(qsizetype first, const QList<double> &tail)
 {
-    if (firstChanged <= 0 || firstChanged > m_data.size() || firstChanged > data.size()) {
-        setData(data);
+    if (first <= 0 || first > m_data.size()) {
+        setData(tail);
         return;
     }
     if (!m_chartArea && !keepsDataWithoutChart)
         return;
-    takeTail(data, firstChanged);
+    takeTail(first, tail);
 }
 
-void IPlotter::takeTail(const QList<double> &data, qsizetype firstChanged)
+void IPlotter::takeTail(qsizetype first, const QList<double> &tail)
 {
-    m_data = data;
+    // The first change of a list shared with its giver copies it once; later
+    // ones touch only the tail.
+    if (first == 0) {
+        m_data = tail; // shares the giver's list
+    } else {
+        m_data.resize(first);
+        m_data.append(tail);
+    }
     ++m_dataStamp;
     // A bounded log: a consumer older than all of it rebuilds in full.
     if (m_tailChanges.size() == 64)
         m_tailChanges.removeFirst();
-    m_tailChanges.append({m_dataStamp, firstChanged});
-    dataTailChanged(firstChanged);
+    m_tailChanges.append({m_dataStamp, first});
+    dataTailChanged(first);
     emit dataChanged();
     requestChartUpdate();
 }

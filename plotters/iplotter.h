@@ -101,11 +101,11 @@ public:
     Q_INVOKABLE void appendData(const QList<double> &values);
     // Empties the data, from the screen too.
     Q_INVOKABLE void clear();
-    // Takes data whose values before firstChanged are the current ones (a
-    // filter's output that grew or changed only at its end), at a cost that
-    // follows what changed; the plotter area stays as it is. firstChanged 0
-    // (or beyond the current data) replaces the data as setData does.
-    void setDataFrom(const QList<double> &data, qsizetype firstChanged);
+    // Replaces the values from first on by tail (a filter's output that grew
+    // or changed only at its end), at a cost that follows the tail; the
+    // plotter area stays as it is. first 0 (or beyond the data) replaces the
+    // data as setData does.
+    void replaceTail(qsizetype first, const QList<double> &tail);
 
     // ---- Process-wide shader program registry
     static void registerProgramDefinition(SProgramShaderDefinition *definition);
@@ -245,8 +245,8 @@ private:
     void initialize();
     // Lets an initialised plotter rebuild its arrays from the data.
     void rebuildArrays();
-    // Stores data that changed from firstChanged on, under a new data stamp.
-    void takeTail(const QList<double> &data, qsizetype firstChanged);
+    // Puts tail in place of the values from first on, under a new data stamp.
+    void takeTail(qsizetype first, const QList<double> &tail);
     void drawRenderLayer(const SRenderLayerDefinition &layer, QOpenGLShaderProgram &program);
 
     QString m_name;                      // legend name, empty
