@@ -24,6 +24,7 @@
 #include <memory>
 #include <random>
 
+using VexalTest::fixedPairLevels;
 using VexalTest::sameValues;
 
 namespace {
@@ -67,25 +68,6 @@ struct Tree
     }
 };
 
-// The levels of a pyramid of factor 2 grouping fixed pairs from the first
-// cell, a last group of one where a level's length is odd.
-QList<QList<double>> fixedPairLevels(const QList<double> &input)
-{
-    QList<QList<double>> levels{input};
-    while (levels.last().size() > 1) {
-        const QList<double> &below = levels.last();
-        QList<double> level((below.size() + 1) / 2);
-        for (qsizetype g = 0; g < level.size(); ++g) {
-            double v = 0.0;
-            for (qsizetype i = 2 * g; i < std::min(2 * g + 2, below.size()); ++i)
-                v = below[i] > v ? below[i] : v;
-            level[g] = v;
-        }
-        levels.append(level);
-    }
-    return levels;
-}
-
 } // namespace
 
 class tst_FilterAppends : public QObject
@@ -108,7 +90,7 @@ void tst_FilterAppends::appendsHandDownWhatTheWholeInputWould_data()
     QTest::addColumn<bool>("pairs");
 
     QTest::newRow("the identity appends") << maker<Filter1D>() << false;
-    QTest::newRow("a moving average recomputes") << maker<MovingAverageU64>() << false;
+    QTest::newRow("a moving average updates its end") << maker<MovingAverageU64>() << false;
     QTest::newRow("a fixed decimator recomputes") << maker<FixedDecimatorU64>() << false;
     QTest::newRow("a fixed pair decimator recomputes") << maker<FixedDecimator2D>() << true;
     QTest::newRow("a minimal-width merge recomputes") << maker<MinimalWidth2D>() << true;
