@@ -61,7 +61,11 @@ void Filter1D::clear()
         m_filters.at(i)->clear();
     for (qsizetype i = 0; i < m_plotters.size(); ++i)
         m_plotters.at(i)->clear();
-    emit dataChanged();
+    // A filter of a fixed number of cells keeps them, at 0: handed down too.
+    if (data().isEmpty())
+        emit dataChanged();
+    else
+        _request_data_update();
 }
 
 const QRectF &Filter1D::area() const

@@ -82,6 +82,7 @@ private slots:
     void decimatorLevelsGroupFixedPairsAfterAnAppend();
     void appendToAChildIsRefused();
     void clearEmptiesTheWholeTree();
+    void clearKeepsAFixedDecimatorsCellsAtZero();
 };
 
 void tst_FilterAppends::appendsHandDownWhatTheWholeInputWould_data()
@@ -194,6 +195,21 @@ void tst_FilterAppends::clearEmptiesTheWholeTree()
     // Values appended after clear() start a new series.
     tree.root->appendData({5, 6});
     QCOMPARE(tree.childPlotter.data(), QList<double>({5, 6}));
+}
+
+void tst_FilterAppends::clearKeepsAFixedDecimatorsCellsAtZero()
+{
+    Tree tree(maker<FixedDecimatorU64>());
+    tree.root->setData(someValues(1000, 7));
+    const qsizetype cells = tree.root->data().size();
+    QVERIFY(cells > 0);
+    tree.root->clear();
+    QCOMPARE(tree.root->data(), QList<double>(cells, 0.0));
+    QCOMPARE(tree.childPlotter.data(), QList<double>(cells, 0.0));
+    // And it decimates what comes next into the same cells.
+    tree.root->appendData(someValues(500, 8));
+    QCOMPARE(tree.root->data().size(), cells);
+    QVERIFY(tree.root->data() != QList<double>(cells, 0.0));
 }
 
 QTEST_MAIN(tst_FilterAppends)
