@@ -66,12 +66,46 @@ bool DecimatorFilter<T>::setData(const QList<T> &input)
         return false;
     // The old levels lend their storage to the new ones of the same size: a
     // stream of equally long inputs then rebuilds without allocating.
+    m_fixedPairs = false;
     QList<QList<T>> previous = std::exchange(m_levels, QList<QList<T>>{input});
     for (qsizetype k = 1; m_levels.last().size() > 1; ++k) {
         QList<T> storage = k < previous.size() ? std::move(previous[k]) : QList<T>();
         m_levels.append(reduce(m_levels.last(), std::move(storage)));
     }
     return true;
+}
+
+template <typename T>
+bool DecimatorFilter<T>::replaceTail(qsizetype first, const QList<T> &tail)
+{
+    QList<T> &input = m_levels.first();
+    first = std::clamp<qsizetype>(first, 0, input.size());
+    input.resize(first);
+    input.append(tail);
+    if (m_factor != 2.0) {
+        const QList<T> all = input;
+        m_levels = {QList<T>()};
+        setData(all);
+        return true;
+    }
+    const bool regroup = !m_fixedPairs;
+    m_fixedPairs = true;
+    qsizetype changed = regroup ? 0 : first; // first changed cell of each level in turn
+    qsizetype k = 1;
+    for (; m_levels[k - 1].size() > 1; ++k) {
+        changed /= 2;
+        if (m_levels.size() == k)
+            m_levels.append(QList<T>());
+        const QList<T> &below = m_levels[k - 1];
+        QList<T> &level = m_levels[k];
+        level.resize((below.size() + 1) / 2);
+        for (qsizetype g = changed; g < level.size(); ++g) {
+            const T left = atLeast(below[2 * g], T(0));
+            level[g] = 2 * g + 1 < below.size() ? atLeast(below[2 * g + 1], left) : left;
+        }
+    }
+    m_levels.resize(k); // a shorter input needs fewer levels
+    return regroup;
 }
 
 // One pass over the contiguous cells of source: each output cell is the largest

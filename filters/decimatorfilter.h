@@ -22,6 +22,14 @@ public:
     // Rebuilds the pyramid from input; returns false, keeping the old levels,
     // when input is empty or equal to level 0.
     bool setData(const QList<T> &input);
+    // Puts tail in place of level 0's cells from first on and brings the
+    // levels up to date at a cost that follows the tail. With a factor of 2
+    // every level then groups fixed pairs of cells counted from the first (a
+    // last group of one where a level's length is odd), so that groups never
+    // move as cells arrive: level k changes from cell first >> k on. Returns
+    // true when the levels above 0 were rebuilt whole instead (grouped
+    // otherwise before, or another factor).
+    bool replaceTail(qsizetype first, const QList<T> &tail);
 
     // The level whose cells are about one pixel wide, given the data units per
     // pixel and the area that level 0 spans.
@@ -37,6 +45,7 @@ private:
 
     QList<QList<T>> m_levels{QList<T>()}; // level 0 is the input, then coarser levels; one empty level
     double m_factor = 2.0;                // size ratio between two levels, 2
+    bool m_fixedPairs = false;            // the levels group fixed pairs (after replaceTail); false
 };
 
 extern template class DecimatorFilter<double>;

@@ -56,6 +56,28 @@ bool DecimatorU64::_filter_func(const QList<double> &input)
     return true;
 }
 
+qsizetype DecimatorU64::_filter_tail(qsizetype first, const QList<double> &tail)
+{
+    const int before = m_level;
+    const bool regrouped = m_decimator.replaceTail(first, tail);
+    m_level = std::min(m_level, m_decimator.levelCount() - 1);
+    chooseLevel();
+    if (m_level != before || (regrouped && m_level > 0))
+        return 0;
+    return first >> m_level;
+}
+
+void DecimatorU64::_clear_func()
+{
+    m_decimator = DecimatorFilter<double>();
+    m_level = 0;
+}
+
+const QList<double> &DecimatorU64::inputValues() const
+{
+    return m_decimator.level(0);
+}
+
 std::optional<double> DecimatorU64::outputPeak() const
 {
     const QList<double> &coarsest = m_decimator.level(m_decimator.levelCount() - 1);

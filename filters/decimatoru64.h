@@ -32,6 +32,10 @@ public:
 
 protected:
     bool _filter_func(const QList<double> &input) override;
+    qsizetype _filter_tail(qsizetype first, const QList<double> &tail) override;
+    void _clear_func() override;
+    // Level 0 of the pyramid.
+    const QList<double> &inputValues() const override;
     // Every level keeps the maxima of the level below: the peak of the
     // coarsest level is the peak of each.
     std::optional<double> outputPeak() const override;

@@ -32,7 +32,39 @@ const QList<double> &Filter1D::data() const
 
 void Filter1D::setData(const QList<double> &input)
 {
+    if (keepsRootInput && !m_parentFilter)
+        m_input = input;
     if (_filter_func(input))
+        _request_data_update();
+}
+
+void Filter1D::appendData(const QList<double> &values)
+{
+    if (m_parentFilter) {
+        qWarning("Filter1D::appendData: ignored on a node fed by a parent; append to the root of its tree");
+        return;
+    }
+    if (values.isEmpty())
+        return;
+    const qsizetype before = inputValues().size();
+    QRectF widened = m_area;
+    const double cell = before > 0 && widened.width() > 0.0 ? widened.width() / double(before) : 1.0;
+    widened.setWidth(widened.width() + cell * double(values.size()));
+    setArea(widened);
+    takeInputTail(before, values);
+}
+
+void Filter1D::clear()
+{
+    _clear_func();
+    for (qsizetype i = 0; i < m_filters.size(); ++i)
+        m_filters.at(i)->clear();
+    for (qsizetype i = 0; i < m_plotters.size(); ++i)
+        m_plotters.at(i)->clear();
+    // A filter of a fixed number of cells keeps them, at 0: handed down too.
+    if (data().isEmpty())
+        emit dataChanged();
+    else
         _request_data_update();
 }
 
@@ -180,6 +212,57 @@ void Filter1D::_request_data_update()
         else
             m_plotters.at(i)->setData(output);
     }
+    emit dataChanged();
+}
+
+qsizetype Filter1D::_filter_tail(qsizetype first, const QList<double> &tail)
+{
+    if (!keepsRootInput) {
+        // The identity: the output is the input.
+        m_data.resize(first);
+        m_data.append(tail);
+        return first;
+    }
+    if (!m_parentFilter) {
+        m_input.resize(first);
+        m_input.append(tail);
+    }
+    return _filter_func(inputValues()) ? 0 : data().size();
+}
+
+void Filter1D::_clear_func()
+{
+    m_data.clear();
+    m_input.clear();
+}
+
+const QList<double> &Filter1D::inputValues() const
+{
+    if (const Filter1D *parent = m_parentFilter.data())
+        return parent->data();
+    return keepsRootInput ? m_input : m_data;
+}
+
+void Filter1D::takeInputTail(qsizetype first, const QList<double> &tail)
+{
+    const qsizetype before = data().size();
+    const qsizetype changed = _filter_tail(first, tail);
+    if (changed < data().size() || data().size() != before)
+        handDownTail(changed);
+}
+
+void Filter1D::handDownTail(qsizetype first)
+{
+    if (first <= 0) {
+        _request_data_update();
+        return;
+    }
+    const QList<double> output = data();
+    const QList<double> tail = output.mid(first);
+    for (qsizetype i = 0; i < m_filters.size(); ++i)
+        m_filters.at(i)->takeInputTail(first, tail);
+    for (qsizetype i = 0; i < m_plotters.size(); ++i)
+        m_plotters.at(i)->replaceTail(first, tail);
     emit dataChanged();
 }
 

@@ -32,6 +32,17 @@ public:
 
     virtual const QList<double> &data() const;
     virtual void setData(const QList<double> &input);
+    // Appends values to the input of this node (a root of the tree) and hands
+    // down what changed, at a cost that follows the values appended where
+    // the node can update its output's end (the identity, DecimatorU64,
+    // MovingAverageU64) and a recomputation elsewhere. The area widens by
+    // one input cell per value (a cell being its width divided by the
+    // values before, or 1 when there were none), so that every value keeps
+    // its x. Children and plotters get what setData with the whole input
+    // would give them, except that DecimatorU64 then groups fixed pairs.
+    Q_INVOKABLE void appendData(const QList<double> &values);
+    // Empties the input, the output and everything below, from the screen too.
+    Q_INVOKABLE void clear();
     virtual const QRectF &area() const;
     virtual void setArea(const QRectF &r);
     virtual const QString &dataID() const;
@@ -62,6 +73,18 @@ signals:
 protected:
     // Turns input into the output; returns true when the output changed.
     virtual bool _filter_func(const QList<double> &input);
+    // The input changed from index first on: it is now its values before
+    // first followed by tail (a root's own input is brought up to date
+    // here). Brings the output up to date and returns the index of its first
+    // changed value: 0 when all of it may have changed, its size when none
+    // did. The identity appends to its output; a node that keeps its input
+    // recomputes from it.
+    virtual qsizetype _filter_tail(qsizetype first, const QList<double> &tail);
+    // Empties the output (and the kept input).
+    virtual void _clear_func();
+    // The input of this node: the parent's output, a root's kept input, or
+    // the identity's own output.
+    virtual const QList<double> &inputValues() const;
     // Range of output cells covered by r, end exclusive; not clamped.
     virtual int __start_index(const QRectF &r) const;
     virtual int __end_index(const QRectF &r) const;
@@ -77,9 +100,15 @@ protected:
     // Number of whole (width, value) pairs in the output.
     int size2D() const;
 
-    QList<double> m_data; // this node's output, empty
+    QList<double> m_data;        // this node's output, empty
+    QList<double> m_input;       // a root's input, kept when keepsRootInput; empty
+    bool keepsRootInput = false; // as a root, keeps its input to recompute after appends
 
 private:
+    // The input changed from first on: updates the output and hands down its change.
+    void takeInputTail(qsizetype first, const QList<double> &tail);
+    // Hands the output from index first on to every child and plotter.
+    void handDownTail(qsizetype first);
     void setParentFilter(const Filter1D *parent);
     bool isInSubtreeOf(const Filter1D *root) const;
     void forgetNode(QObject *node);

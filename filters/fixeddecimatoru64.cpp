@@ -25,6 +25,12 @@ void FixedDecimatorU64::setNumPoint(int count)
     applyNumPoint(count);
 }
 
+void FixedDecimatorU64::_clear_func()
+{
+    Filter1D::_clear_func();
+    m_data = QList<double>(numPoint());
+}
+
 bool FixedDecimatorU64::_filter_func(const QList<double> &input)
 {
     if (area().isNull() || input.isEmpty())

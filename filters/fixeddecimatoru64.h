@@ -19,4 +19,6 @@ public:
 
 protected:
     bool _filter_func(const QList<double> &input) override;
+    // Back to numPoint cells of 0, as a new filter starts.
+    void _clear_func() override;
 };

@@ -9,6 +9,7 @@
 FixedPointFilter::FixedPointFilter(QObject *parent)
     : Filter1D(parent)
 {
+    keepsRootInput = true; // recomputes from its whole input after an append
 }
 
 FixedPointFilter::~FixedPointFilter() = default;

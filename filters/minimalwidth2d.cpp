@@ -9,6 +9,7 @@
 MinimalWidth2D::MinimalWidth2D(QObject *parent)
     : Filter1D(parent)
 {
+    keepsRootInput = true; // recomputes from its whole input after an append
 }
 
 MinimalWidth2D::~MinimalWidth2D() = default;

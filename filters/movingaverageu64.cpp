@@ -11,6 +11,7 @@
 MovingAverageU64::MovingAverageU64(QObject *parent)
     : Filter1D(parent)
 {
+    keepsRootInput = true; // recomputes from its whole input after an append
 }
 
 MovingAverageU64::~MovingAverageU64() = default;
@@ -30,25 +31,46 @@ void MovingAverageU64::setDepth(int depth)
 
 bool MovingAverageU64::_filter_func(const QList<double> &input)
 {
-    const qsizetype n = input.size();
-    if (n == 0)
+    if (input.isEmpty())
         return false;
-    const qsizetype depth = m_depth;
-    const qsizetype outSize = n + (depth - 1) * 2;
-    QList<double> output(outSize);
-    const double *in = input.constData();
-    double *out = output.data();
     // The window starts filled with the first value. The cell leaving it is
     // clamped to 0 for every i <= depth, so in[0] is taken out depth + 1 times
     // against depth copies: the first value weighs -1/depth on every later
     // average. This running-sum rule is the filter's contract.
-    double sum = double(depth) * in[0];
-    for (qsizetype i = 0; i < outSize; ++i) {
+    m_data = QList<double>();
+    averageFrom(input, 0, double(m_depth) * input.first());
+    return true;
+}
+
+qsizetype MovingAverageU64::_filter_tail(qsizetype first, const QList<double> &tail)
+{
+    // Only values appended to an input of two or more, at the same depth.
+    if (first != m_inputCount || first < 2 || m_tailDepth != m_depth || tail.isEmpty())
+        return Filter1D::_filter_tail(first, tail);
+    if (!parentFilter())
+        m_input.append(tail);
+    const qsizetype from = first - 1;
+    averageFrom(inputValues(), from, m_sumBeforeTail);
+    return from;
+}
+
+void MovingAverageU64::averageFrom(const QList<double> &input, qsizetype from, double sum)
+{
+    const qsizetype n = input.size();
+    const qsizetype depth = m_depth;
+    const qsizetype outSize = n + (depth - 1) * 2;
+    m_data.resize(outSize);
+    const double *in = input.constData();
+    double *out = m_data.data();
+    for (qsizetype i = from; i < outSize; ++i) {
+        // The averages before n - 1 never change as values are appended.
+        if (i == n - 1)
+            m_sumBeforeTail = sum;
         const qsizetype leaving = std::clamp(i - depth, qsizetype(0), n - 1);
         const qsizetype entering = std::min(i + 1, n - 1);
         sum = sum - in[leaving] + in[entering];
         out[i] = sum / double(depth);
     }
-    m_data = std::move(output);
-    return true;
+    m_inputCount = n;
+    m_tailDepth = m_depth;
 }

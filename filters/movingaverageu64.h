@@ -25,7 +25,18 @@ signals:
 
 protected:
     bool _filter_func(const QList<double> &input) override;
+    // Values appended to the input change only the averages from the one
+    // whose window reached the old last value on: those are recomputed from
+    // the running sum kept there, the same sums a whole input gives.
+    qsizetype _filter_tail(qsizetype first, const QList<double> &tail) override;
 
 private:
-    int m_depth = 16; // number of cells averaged, 16
+    // Replaces the averages from index from on, the running sum being sum
+    // after the average before from.
+    void averageFrom(const QList<double> &input, qsizetype from, double sum);
+
+    int m_depth = 16;             // number of cells averaged, 16
+    qsizetype m_inputCount = 0;   // input cells of the last averages, 0
+    int m_tailDepth = 0;          // depth of the last averages, 0
+    double m_sumBeforeTail = 0.0; // running sum after average m_inputCount - 2, 0
 };

@@ -136,6 +136,13 @@ bool AreaPlotter::__update_vertex()
     return false;
 }
 
+void AreaPlotter::dataTailChanged(qsizetype)
+{
+    // Each chart rebuilds its window at its next frame, as after setData.
+    if (initialized)
+        setHeightToPeak();
+}
+
 void AreaPlotter::rebuildWindowVertices(Vexal::AreaFrame &frame)
 {
     const Vexal::SampleWindow &window = frame.window;
@@ -147,7 +154,7 @@ void AreaPlotter::rebuildWindowVertices(Vexal::AreaFrame &frame)
         const auto [low, high] = columnOf(window.level, group, frame.hangs);
         frame.fill[2 * k] = QVector2D(float(k), low);
         frame.fill[2 * k + 1] = QVector2D(float(k), high);
-        frame.border[k] = QVector2D(float(k), Vexal::toFloat(peaks().peak(samples, dataStamp(), window.level, group)));
+        frame.border[k] = QVector2D(float(k), Vexal::toFloat(peaks().peak(samples, stampsFor(peaks()), window.level, group)));
     }
     gpuArrays().markChanged(FillAttribute);
     gpuArrays().markChanged(BorderAttribute);

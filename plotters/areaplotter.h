@@ -52,6 +52,7 @@ signals:
 protected:
     QList<SAttributeDefinition> declareArributeArray() override;
     bool __update_vertex() override;
+    void dataTailChanged(qsizetype firstChanged) override;
     void _update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer) override;
     SAttributePointer _fetch_attribute_data(const int &index) const override;
     void _fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area) override;

@@ -169,6 +169,7 @@ BarPlotter::BarPlotter(QObject *parent)
     gpuArrays().setSlots({{QOpenGLBuffer::VertexBuffer, QOpenGLBuffer::DynamicDraw},
                           {QOpenGLBuffer::VertexBuffer, QOpenGLBuffer::DynamicDraw},
                           {QOpenGLBuffer::IndexBuffer, QOpenGLBuffer::DynamicDraw}});
+    keepsDataWithoutChart = true;
 }
 
 BarPlotter::~BarPlotter()
@@ -217,6 +218,12 @@ Vexal::BarFrame &BarPlotter::barFrame() const
 void BarPlotter::updateHeight()
 {
     setPlotterAreaHeight(dataMaximum());
+}
+
+void BarPlotter::dataTailChanged(qsizetype)
+{
+    if (m_glReady)
+        setHeightToPeak();
 }
 
 //-----------------------------------------------------------------------------

@@ -31,6 +31,7 @@ public:
 protected:
     // Sets the plotter area's height to the data maximum (never below 0).
     void updateHeight();
+    void dataTailChanged(qsizetype firstChanged) override;
     void _fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area) override;
     void uploadFrameArrays() override;
     // The current chart's frame: its window of bars and their arrays.

@@ -12,6 +12,7 @@
 #include <QtOpenGL/QOpenGLShaderProgram>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -50,11 +51,15 @@ const QList<double> &BarPlotterDx::edges() const
 {
     if (m_edgesStamp == dataStamp())
         return m_edges;
+    // Edges up to the first bar whose width or value changed stay as they
+    // are: after an append only the new ones are summed.
+    const qsizetype unchangedBars = m_edges.isEmpty() ? 0 : unchangedSince(m_edgesStamp) / 2;
     m_edgesStamp = dataStamp();
     const int count = barCount();
+    const int first = int(std::min<qsizetype>({unchangedBars, count, m_edges.size() - 1}));
     m_edges.resize(count + 1);
-    double x = 0.0;
-    for (int k = 0; k < count; ++k) {
+    double x = first > 0 ? m_edges[first] : 0.0;
+    for (int k = std::max(first, 0); k < count; ++k) {
         m_edges[k] = x;
         x += widthOf(k);
     }
@@ -127,6 +132,19 @@ bool BarPlotterDx::__update_vertex()
     setPlotterAreaHeight(maximum);
     setPlotterAreaWidth(edges().last());
     return true;
+}
+
+void BarPlotterDx::dataTailChanged(qsizetype)
+{
+    if (!initialized || data().isEmpty())
+        return;
+    // The rule of __update_vertex, from the peak pyramid and the summed
+    // edges, which both rebuild only what changed: the largest value, NaN
+    // when the first one is (no comparison with it succeeds), 0 without one.
+    const QList<double> &values = data();
+    const double first = values.size() > 1 ? values[1] : 0.0;
+    setPlotterAreaHeight(std::isnan(first) || barCount() == 0 ? first : std::max(first, peakIn(0, barCount())));
+    setPlotterAreaWidth(edges().last());
 }
 
 bool BarPlotterDx::__update_index()

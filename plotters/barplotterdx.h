@@ -45,6 +45,7 @@ public:
 
 protected:
     Vexal::CellRange itemsShownBy(const QRectF &rect) const override;
+    void dataTailChanged(qsizetype firstChanged) override;
     // The current chart's frame: its window of bars, their arrays and uniforms.
     Vexal::PairFrame &pairFrame() const;
 

@@ -227,15 +227,94 @@ void IPlotter::setData(const QList<double> &data)
         return; // data given to a plotter without a chart are dropped
     m_data = data;
     markDataReplaced();
-    if (initialized) {
-        QMutexLocker locker(&dataMutex);
-        if (__update_vertex())
-            dirtyFlags |= DirtyBits::Vertex;
-        if (__update_index())
-            dirtyFlags |= DirtyBits::Index;
-    }
+    rebuildArrays();
     emit dataChanged();
     requestChartUpdate();
+}
+
+void IPlotter::appendData(const QList<double> &values)
+{
+    if (values.isEmpty() || (!m_chartArea && !keepsDataWithoutChart))
+        return;
+    const qsizetype before = m_data.size();
+    QRectF area = m_plotterArea;
+    const double cell = before > 0 && area.width() > 0.0 ? area.width() / double(before) : 1.0;
+    area.setWidth(area.width() + cell * double(values.size()));
+    storePlotterArea(area);
+    takeTail(before, values);
+}
+
+void IPlotter::replaceTail(qsizetype first, const QList<double> &tail)
+{
+    if (first <= 0 || first > m_data.size()) {
+        setData(tail);
+        return;
+    }
+    if (!m_chartArea && !keepsDataWithoutChart)
+        return;
+    takeTail(first, tail);
+}
+
+void IPlotter::takeTail(qsizetype first, const QList<double> &tail)
+{
+    // The first change of a list shared with its giver copies it once; later
+    // ones touch only the tail.
+    if (first == 0) {
+        m_data = tail; // shares the giver's list
+    } else {
+        m_data.resize(first);
+        m_data.append(tail);
+    }
+    ++m_dataStamp;
+    // A bounded log: a consumer older than all of it rebuilds in full.
+    if (m_tailChanges.size() == 64)
+        m_tailChanges.removeFirst();
+    m_tailChanges.append({m_dataStamp, first});
+    dataTailChanged(first);
+    emit dataChanged();
+    requestChartUpdate();
+}
+
+void IPlotter::markDataReplaced()
+{
+    ++m_dataStamp;
+    m_tailChanges.clear();
+}
+
+qsizetype IPlotter::unchangedSince(quint64 stamp) const
+{
+    if (stamp == m_dataStamp)
+        return m_data.size();
+    // Every change after stamp must be in the log, the first one included.
+    if (m_tailChanges.isEmpty() || m_tailChanges.first().first > stamp + 1)
+        return 0;
+    qsizetype unchanged = m_data.size();
+    for (const auto &[changeStamp, firstChanged] : m_tailChanges) {
+        if (changeStamp > stamp)
+            unchanged = std::min(unchanged, firstChanged);
+    }
+    return unchanged;
+}
+
+void IPlotter::dataTailChanged(qsizetype)
+{
+    rebuildArrays();
+}
+
+void IPlotter::rebuildArrays()
+{
+    if (!initialized)
+        return;
+    QMutexLocker locker(&dataMutex);
+    if (__update_vertex())
+        dirtyFlags |= DirtyBits::Vertex;
+    if (__update_index())
+        dirtyFlags |= DirtyBits::Index;
+}
+
+void IPlotter::clear()
+{
+    setData(QList<double>());
 }
 
 //-----------------------------------------------------------------------------

@@ -93,6 +93,19 @@ public:
     virtual SInfoPoint mouse_hovering(const QPointF &point) const;
     virtual const QList<double> &data() const;
     virtual void setData(const QList<double> &data);
+    // Appends values to the data: what is drawn is what setData with the
+    // whole list would draw, at a cost that follows the number of values
+    // appended. The plotter area widens by one cell per value (a cell being
+    // its width divided by the values before, or 1 when it had none), so the
+    // new values sit right of the old ones.
+    Q_INVOKABLE void appendData(const QList<double> &values);
+    // Empties the data, from the screen too.
+    Q_INVOKABLE void clear();
+    // Replaces the values from first on by tail (a filter's output that grew
+    // or changed only at its end), at a cost that follows the tail; the
+    // plotter area stays as it is. first 0 (or beyond the data) replaces the
+    // data as setData does.
+    void replaceTail(qsizetype first, const QList<double> &tail);
 
     // ---- Process-wide shader program registry
     static void registerProgramDefinition(SProgramShaderDefinition *definition);
@@ -206,7 +219,17 @@ protected:
     // Counts the data replacements, from 1: what was worked out of the data
     // (GPU windows, peak pyramids) remembers the stamp it was made for.
     quint64 dataStamp() const { return m_dataStamp; }
-    void markDataReplaced() { ++m_dataStamp; }
+    void markDataReplaced();
+    // How many leading values are the same now as when the data stamp was
+    // stamp (0 when that is not known any more): what was worked out of the
+    // data then needs only its tail rebuilt.
+    qsizetype unchangedSince(quint64 stamp) const;
+    // After the data changed from firstChanged on (values appended, or a
+    // filter's tail recomputed) and the data stamp moved on: subclasses bring
+    // what they keep of the data up to date. The base does what a
+    // replacement does.
+    virtual void dataTailChanged(qsizetype firstChanged);
+    bool keepsDataWithoutChart = false;            // data given before a chart are kept, not dropped
 
     QList<double> m_data;                          // the series; shared, not copied
     QMutex dataMutex;                              // held while vertex/index arrays are rebuilt
@@ -220,6 +243,10 @@ protected:
 
 private:
     void initialize();
+    // Lets an initialised plotter rebuild its arrays from the data.
+    void rebuildArrays();
+    // Puts tail in place of the values from first on, under a new data stamp.
+    void takeTail(qsizetype first, const QList<double> &tail);
     void drawRenderLayer(const SRenderLayerDefinition &layer, QOpenGLShaderProgram &program);
 
     QString m_name;                      // legend name, empty
@@ -236,6 +263,7 @@ private:
     QPointer<IChartArea> m_chartArea;    // the chart drawn into; not owned
     std::unique_ptr<Vexal::GpuArrays> m_gpuArrays; // GPU copies of the arrays, per share group
     quint64 m_dataStamp = 1;             // see dataStamp()
+    QList<QPair<quint64, qsizetype>> m_tailChanges; // (stamp, first changed value) since the last replacement, newest last
     mutable QHash<const IChartArea *, std::shared_ptr<FrameRecord>> m_frames; // frame records per chart
     mutable QMutex m_framesMutex;        // render threads of several windows reach m_frames
     QList<QPointer<IChartArea>> m_listedBy; // charts whose lists hold this plotter; not owned

@@ -29,9 +29,16 @@ Vexal::PeakPyramid &IPlotter1D::peaks() const
     return *m_peaks;
 }
 
+Vexal::DataStamps IPlotter1D::stampsFor(const Vexal::PeakPyramid &pyramid) const
+{
+    // Item i is unchanged when its value, at itemOffset + i * itemStride, is.
+    const qsizetype unchangedValues = unchangedSince(pyramid.builtStamp());
+    return {dataStamp(), std::max<qsizetype>(unchangedValues - itemOffset, 0) / itemStride};
+}
+
 double IPlotter1D::peakIn(qsizetype first, qsizetype last) const
 {
-    return peaks().peakIn(items(), dataStamp(), first, last);
+    return peaks().peakIn(items(), stampsFor(peaks()), first, last);
 }
 
 Vexal::PeakPyramid &IPlotter1D::troughs() const
@@ -43,17 +50,17 @@ Vexal::PeakPyramid &IPlotter1D::troughs() const
 
 double IPlotter1D::trough(int level, qsizetype group) const
 {
-    return -troughs().peak(items().negated(), dataStamp(), level, group);
+    return -troughs().peak(items().negated(), stampsFor(troughs()), level, group);
 }
 
 double IPlotter1D::troughIn(qsizetype first, qsizetype last) const
 {
-    return -troughs().peakIn(items().negated(), dataStamp(), first, last);
+    return -troughs().peakIn(items().negated(), stampsFor(troughs()), first, last);
 }
 
 std::pair<float, float> IPlotter1D::columnOf(int level, qsizetype group, bool hangs) const
 {
-    const double peak = peaks().peak(items(), dataStamp(), level, group);
+    const double peak = peaks().peak(items(), stampsFor(peaks()), level, group);
     if (!hangs)
         return {0.0f, Vexal::toFloat(peak)};
     const double low = trough(level, group);
@@ -91,6 +98,12 @@ void IPlotter1D::setDataWithPeak(const QList<double> &values, double peak)
     m_peakHint = peak;
     setData(values);
     m_peakHint.reset();
+}
+
+void IPlotter1D::setHeightToPeak()
+{
+    const double peak = peakIn(0, items().count);
+    setPlotterAreaHeight(peak > 0.0 ? peak : 0.0);
 }
 
 double IPlotter1D::dataMaximum() const

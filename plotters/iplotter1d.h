@@ -10,6 +10,7 @@
 
 namespace Vexal {
 class PeakPyramid;
+struct DataStamps;
 struct ItemSeries;
 struct SampleWindow;
 struct CellRange;
@@ -50,6 +51,8 @@ protected:
     Vexal::ItemSeries items() const;
     // Peaks of groups of items, worked out of the current data on demand.
     Vexal::PeakPyramid &peaks() const;
+    // The stamps of the current data, for a pyramid worked out of them.
+    Vexal::DataStamps stampsFor(const Vexal::PeakPyramid &pyramid) const;
     // The peak of items [first, last), NaN when there is none.
     double peakIn(qsizetype first, qsizetype last) const;
     // Troughs (minima) of groups of items, NaN ignored, worked out on demand
@@ -75,6 +78,10 @@ protected:
     // maximum that plotter heights follow. Taken from setDataWithPeak's peak
     // while it runs, read from the data otherwise.
     double dataMaximum() const;
+    // Sets the plotter area's height to the data maximum (never below 0)
+    // from the peak pyramid: after a change at the end of the data it costs
+    // what changed, not the whole data.
+    void setHeightToPeak();
     // Device pixels per data unit along x in the current frame (0 outside one).
     double pixelsPerUnit(const QRectF &rect) const;
 

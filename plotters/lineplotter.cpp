@@ -218,6 +218,7 @@ LinePlotter::LinePlotter(QObject *parent)
       m_pyramid(std::make_unique<Vexal::LinePyramid>())
 {
     programLabel = QStringLiteral("line");
+    keepsDataWithoutChart = true;
 }
 
 LinePlotter::~LinePlotter()
@@ -259,6 +260,12 @@ void LinePlotter::setData(const QList<double> &data)
     storePlotterArea(withDataExtent(plotterArea()));
     emit dataChanged();
     requestChartUpdate();
+}
+
+void LinePlotter::dataTailChanged(qsizetype firstChanged)
+{
+    m_pyramid->update(m_data, firstChanged);
+    storePlotterArea(withDataExtent(plotterArea()));
 }
 
 void LinePlotter::setPlotterArea(const QRectF &area)

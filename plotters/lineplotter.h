@@ -49,6 +49,7 @@ protected:
     SAttributePointer _fetch_attribute_data(const int &index) const override;
     void _fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area) override;
     void _update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer) override;
+    void dataTailChanged(qsizetype firstChanged) override;
     // The current chart's frame: the vertices of its view.
     Vexal::LineFrame &lineFrame() const;
 

@@ -100,7 +100,7 @@ qsizetype LinePyramid::groupSize(int k)
     return size;
 }
 
-void LinePyramid::build(const QList<double> &values)
+void LinePyramid::rebuildFrom(const QList<double> &values, qsizetype firstChanged)
 {
     // Levels keep their storage between builds: replacing data of the same
     // length touches no new pages.
@@ -117,7 +117,8 @@ void LinePyramid::build(const QList<double> &values)
     first.resize(size_t((n + FirstGroup - 1) / FirstGroup));
     const double *raw = values.constData();
     const qsizetype full = n / FirstGroup;
-    for (qsizetype j = 0; j < full; ++j)
+    qsizetype changed = std::clamp<qsizetype>(firstChanged, 0, n) / FirstGroup; // first changed group of each level
+    for (qsizetype j = changed; j < full; ++j)
         first[size_t(j)] = groupOfFullValues(raw + j * FirstGroup);
     if (full * FirstGroup < n)
         first.back() = groupOfValues(raw + full * FirstGroup, n - full * FirstGroup);
@@ -126,7 +127,8 @@ void LinePyramid::build(const QList<double> &values)
         const qsizetype m = qsizetype(below.size());
         std::vector<Group> &next = m_levels[k];
         next.resize(size_t((m + Factor - 1) / Factor));
-        for (qsizetype i = 0; i < m; i += Factor)
+        changed /= Factor;
+        for (qsizetype i = changed * Factor; i < m; i += Factor)
             next[size_t(i / Factor)] = mergedGroup(below.data() + i, std::min(Factor, m - i));
     }
 }

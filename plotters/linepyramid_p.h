@@ -32,7 +32,11 @@ public:
     };
 
     // Rebuilds every level from the values; fewer than two values leave no level.
-    void build(const QList<double> &values);
+    void build(const QList<double> &values) { rebuildFrom(values, 0); }
+    // The values are the ones built for, changed or appended from
+    // firstChanged on: rebuilds only the groups from the one that holds
+    // firstChanged on.
+    void update(const QList<double> &values, qsizetype firstChanged) { rebuildFrom(values, firstChanged); }
     // Levels above the values themselves (level 1 is the first).
     int levelCount() const { return int(m_levels.size()); }
     // The groups of level k >= 1.
@@ -50,6 +54,8 @@ public:
     qsizetype bytes() const;
 
 private:
+    void rebuildFrom(const QList<double> &values, qsizetype firstChanged);
+
     std::vector<std::vector<Group>> m_levels; // level 1 upwards; empty
 };
 

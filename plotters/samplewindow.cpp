@@ -38,25 +38,38 @@ qsizetype PeakPyramid::groupCount(qsizetype items, int level)
     return (items + size - 1) / size;
 }
 
-void PeakPyramid::buildFor(const ItemSeries &items, quint64 stamp)
+void PeakPyramid::buildFor(const ItemSeries &items, DataStamps stamps)
 {
-    if (m_stamp == stamp)
+    if (m_stamp == stamps.data)
         return;
-    m_stamp = stamp;
-    m_levels.clear();
+    // Items changed or appended at the end change only the groups from the
+    // one that holds the first changed item on; the rest is kept.
+    qsizetype changed = m_stamp != 0 ? std::min({stamps.unchanged, m_count, items.count}) : 0;
+    if (changed <= 0)
+        m_levels.clear();
+    m_stamp = stamps.data;
+    m_count = items.count;
     const int firstStored = MaxComputedLevel + 1;
     const qsizetype groupSize = qsizetype(1) << firstStored;
-    QList<double> level(groupCount(items.count, firstStored));
-    for (qsizetype g = 0; g < level.size(); ++g)
-        level[g] = peakOfItems(items, g * groupSize, std::min(items.count, (g + 1) * groupSize));
-    while (level.size() > 1) {
-        QList<double> next((level.size() + 1) / 2);
-        for (qsizetype g = 0; g < next.size(); ++g)
-            next[g] = 2 * g + 1 < level.size() ? peakOf(level[2 * g], level[2 * g + 1]) : level[2 * g];
-        m_levels.append(std::move(level));
-        level = std::move(next);
+    if (m_levels.isEmpty())
+        m_levels.append(QList<double>());
+    changed /= groupSize;
+    QList<double> &bottom = m_levels.first();
+    bottom.resize(groupCount(items.count, firstStored));
+    for (qsizetype g = changed; g < bottom.size(); ++g)
+        bottom[g] = peakOfItems(items, g * groupSize, std::min(items.count, (g + 1) * groupSize));
+    qsizetype k = 1;
+    for (; m_levels[k - 1].size() > 1; ++k) {
+        changed /= 2;
+        if (m_levels.size() == k)
+            m_levels.append(QList<double>());
+        const QList<double> &below = m_levels[k - 1];
+        QList<double> &level = m_levels[k];
+        level.resize((below.size() + 1) / 2);
+        for (qsizetype g = changed; g < level.size(); ++g)
+            level[g] = 2 * g + 1 < below.size() ? peakOf(below[2 * g], below[2 * g + 1]) : below[2 * g];
     }
-    m_levels.append(std::move(level));
+    m_levels.resize(k); // fewer items may need fewer levels
 }
 
 double PeakPyramid::storedPeak(int level, qsizetype group) const
@@ -64,20 +77,20 @@ double PeakPyramid::storedPeak(int level, qsizetype group) const
     return m_levels[level - MaxComputedLevel - 1][group];
 }
 
-double PeakPyramid::peak(const ItemSeries &items, quint64 stamp, int level, qsizetype group)
+double PeakPyramid::peak(const ItemSeries &items, DataStamps stamps, int level, qsizetype group)
 {
     if (level <= MaxComputedLevel) {
         const qsizetype size = qsizetype(1) << level;
         return peakOfItems(items, group * size, std::min(items.count, (group + 1) * size));
     }
-    buildFor(items, stamp);
+    buildFor(items, stamps);
     const qsizetype levels = m_levels.size();
     if (level - MaxComputedLevel - 1 >= levels)
         return group == 0 && levels > 0 ? m_levels.last().value(0, NoPeak) : NoPeak;
     return storedPeak(level, group);
 }
 
-double PeakPyramid::peakIn(const ItemSeries &items, quint64 stamp, qsizetype first, qsizetype last)
+double PeakPyramid::peakIn(const ItemSeries &items, DataStamps stamps, qsizetype first, qsizetype last)
 {
     first = std::max<qsizetype>(first, 0);
     last = std::min(last, items.count);
@@ -88,7 +101,7 @@ double PeakPyramid::peakIn(const ItemSeries &items, quint64 stamp, qsizetype fir
     const qsizetype alignedLast = last / groupSize;
     if (last - first < DirectReadLimit || alignedFirst >= alignedLast)
         return peakOfItems(items, first, last);
-    buildFor(items, stamp);
+    buildFor(items, stamps);
     double peak = peakOf(peakOfItems(items, first, alignedFirst * groupSize),
                          peakOfItems(items, alignedLast * groupSize, last));
     // Whole groups: climb the levels, taking the odd group at either end.

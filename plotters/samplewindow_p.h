@@ -48,9 +48,19 @@ struct ItemSeries
     ItemSeries negated() const { return {values, count, stride, -sign}; }
 };
 
+// The data a pyramid is asked about: their stamp, and how many leading items
+// are the same as when the pyramid was last built (0: none, or not known).
+struct DataStamps
+{
+    DataStamps(quint64 dataStamp, qsizetype unchangedItems = 0) : data(dataStamp), unchanged(unchangedItems) {}
+    quint64 data;        // changes with every change of the data
+    qsizetype unchanged; // leading items unchanged since the pyramid's build
+};
+
 // Peaks of groups of 2^level items, NaN ignored. Levels up to MaxComputedLevel
 // are read from the items themselves; the levels above are stored, built once
-// per data change (the data stamp) and only when a frame or a query needs them,
+// per data change (the data stamp) and only when a frame or a query needs them
+// (after an append, only their tail groups),
 // in 1/8 of a double per item.
 class PeakPyramid
 {
@@ -61,18 +71,21 @@ public:
     static qsizetype groupCount(qsizetype items, int level);
 
     // The peak of group g of 2^level items; NaN when all of them are NaN.
-    double peak(const ItemSeries &items, quint64 stamp, int level, qsizetype group);
+    double peak(const ItemSeries &items, DataStamps stamps, int level, qsizetype group);
     // The peak of items [first, last); NaN when there are none.
-    double peakIn(const ItemSeries &items, quint64 stamp, qsizetype first, qsizetype last);
+    double peakIn(const ItemSeries &items, DataStamps stamps, qsizetype first, qsizetype last);
     // Bytes held by the stored levels.
     qsizetype bytes() const;
+    // The data stamp the stored levels were built for; 0 = none.
+    quint64 builtStamp() const { return m_stamp; }
 
 private:
-    void buildFor(const ItemSeries &items, quint64 stamp);
+    void buildFor(const ItemSeries &items, DataStamps stamps);
     double storedPeak(int level, qsizetype group) const;
 
     QList<QList<double>> m_levels; // m_levels[k]: level MaxComputedLevel + 1 + k; empty
     quint64 m_stamp = 0;           // data stamp the levels were built for; 0 = none
+    qsizetype m_count = 0;         // items they were built for; 0
 };
 
 // The groups a chart's frames hold on the GPU for one plotter.

@@ -10,7 +10,7 @@ source tools/common.sh
 
 seconds=${1:-30}
 targets=("${@:2}")
-[[ ${#targets[@]} == 0 ]] && targets=(fuzz_filters fuzz_plotters fuzz_scsvreader fuzz_linepyramid)
+[[ ${#targets[@]} == 0 ]] && targets=(fuzz_filters fuzz_plotters fuzz_scsvreader fuzz_linepyramid fuzz_appends)
 dir=${VEXAL_FUZZ_DIR:-build-fuzz}
 
 install_missing_packages

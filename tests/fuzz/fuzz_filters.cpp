@@ -3,16 +3,11 @@
 // Feeds every filter arbitrary series and parameters through a small tree
 // (root -> filter under test -> child), checking that lookups stay inside the
 // output and that maxima are never negative.
+#include "filterkinds.h"
 #include "fuzzapplication.h"
 #include "fuzzinput.h"
 
 #include <vexal/chartarea.h>
-#include <vexal/decimatoru64.h>
-#include <vexal/filter1d.h>
-#include <vexal/fixeddecimator2d.h>
-#include <vexal/fixeddecimatoru64.h>
-#include <vexal/minimalwidth2d.h>
-#include <vexal/movingaverageu64.h>
 
 #include <memory>
 
@@ -21,32 +16,12 @@ namespace {
 constexpr int MaxValues = 512;
 constexpr int MaxSteps = 64;
 
-enum Kind { Identity, Decimator, MovingAverage, FixedDecimator, FixedDecimatorPairs, MinimalWidth, KindCount };
-
 // The chart that steers the decimator; one for the whole run, since every
 // chart starts a settling task of its own.
 ChartArea &chart()
 {
     static ChartArea instance;
     return instance;
-}
-
-std::unique_ptr<Filter1D> makeFilter(Kind kind)
-{
-    switch (kind) {
-    case Decimator:
-        return std::make_unique<DecimatorU64>();
-    case MovingAverage:
-        return std::make_unique<MovingAverageU64>();
-    case FixedDecimator:
-        return std::make_unique<FixedDecimatorU64>();
-    case FixedDecimatorPairs:
-        return std::make_unique<FixedDecimator2D>();
-    case MinimalWidth:
-        return std::make_unique<MinimalWidth2D>();
-    default:
-        return std::make_unique<Filter1D>();
-    }
 }
 
 void setParameter(Filter1D &filter, Kind kind, FuzzInput &in)

@@ -7,6 +7,7 @@
 #include <QtTest/QTest>
 
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 using PlotterTest::randomWalk;
@@ -29,6 +30,8 @@ private slots:
     void rangeEqualsTheRawScan_data();
     void rangeEqualsTheRawScan();
     void levelForChoosesTheDeepestGroupWithinAPixel();
+    void appendEqualsABuildOfTheWholeSeries_data();
+    void appendEqualsABuildOfTheWholeSeries();
 };
 
 void tst_LinePyramid::groupsHoldFirstMinMaxLast_data()
@@ -115,6 +118,42 @@ void tst_LinePyramid::levelForChoosesTheDeepestGroupWithinAPixel()
     QCOMPARE(pyramid.levelFor(16.0), 1);
     QCOMPARE(pyramid.levelFor(83.3), 2);
     QCOMPARE(pyramid.levelFor(1e12), pyramid.levelCount());
+}
+
+void tst_LinePyramid::appendEqualsABuildOfTheWholeSeries_data()
+{
+    QTest::addColumn<qsizetype>("before");
+    QTest::addColumn<qsizetype>("after");
+
+    QTest::newRow("an append into an empty series builds it") << qsizetype(0) << qsizetype(5000);
+    QTest::newRow("an append to a single value") << qsizetype(1) << qsizetype(2);
+    QTest::newRow("an append of one value to a ragged last group") << qsizetype(4999) << qsizetype(5000);
+    QTest::newRow("an append that fills a group exactly") << qsizetype(16) << qsizetype(32);
+    QTest::newRow("an append that adds levels on top") << qsizetype(20) << qsizetype(100003);
+}
+
+void tst_LinePyramid::appendEqualsABuildOfTheWholeSeries()
+{
+    QFETCH(qsizetype, before);
+    QFETCH(qsizetype, after);
+
+    QList<double> values = randomWalk(after, 4);
+    if (after > 3)
+        values[after - 3] = NaN; // a gap in the tail
+    Vexal::LinePyramid appended;
+    appended.build(values.first(before));
+    appended.update(values, before);
+    Vexal::LinePyramid built;
+    built.build(values);
+    QCOMPARE(appended.levelCount(), built.levelCount());
+    for (int k = 1; k <= built.levelCount(); ++k) {
+        QCOMPARE(appended.level(k).size(), built.level(k).size());
+        for (size_t j = 0; j < built.level(k).size(); ++j) {
+            const Vexal::LinePyramid::Group &a = appended.level(k)[j];
+            const Vexal::LinePyramid::Group &b = built.level(k)[j];
+            QVERIFY2(std::memcmp(&a, &b, sizeof a) == 0, qPrintable(QStringLiteral("level %1 group %2").arg(k).arg(j)));
+        }
+    }
 }
 
 QTEST_APPLESS_MAIN(tst_LinePyramid)

@@ -10,6 +10,7 @@
 #include <limits>
 #include <random>
 
+using Vexal::DataStamps;
 using Vexal::ItemSeries;
 using Vexal::PeakPyramid;
 using Vexal::SampleWindow;
@@ -61,6 +62,9 @@ private slots:
     void rangePeaksMatchReadingEveryItem();
     void pairsReadEverySecondValue();
     void newStampRebuildsTheStoredLevels();
+    void changedTailUpdatesTheTailOnly_data();
+    void changedTailUpdatesTheTailOnly();
+    void unknownUnchangedCountRebuildsEverything();
     void levelMakesGroupsAtLeastAPixelWide_data();
     void levelMakesGroupsAtLeastAPixelWide();
     void windowFollowsTheView_data();
@@ -153,6 +157,70 @@ void tst_SampleWindow::newStampRebuildsTheStoredLevels()
     QCOMPARE(pyramid.peakIn(seriesOf(values), 1, 0, 100000), 1.0); // same stamp: the stored levels
     QCOMPARE(pyramid.peakIn(seriesOf(values), 2, 0, 100000), 4.0);
     QCOMPARE(pyramid.peak(seriesOf(values), 2, 16, 0), 4.0);
+}
+
+void tst_SampleWindow::changedTailUpdatesTheTailOnly_data()
+{
+    QTest::addColumn<qsizetype>("before");
+    QTest::addColumn<qsizetype>("after");
+
+    QTest::newRow("an append into an empty series builds it") << qsizetype(0) << qsizetype(100000);
+    QTest::newRow("an append of one item to a ragged last group") << qsizetype(99999) << qsizetype(100000);
+    QTest::newRow("an append that starts a new group") << qsizetype(65536) << qsizetype(65600);
+    QTest::newRow("an append that adds levels on top") << qsizetype(100) << qsizetype(300000);
+    QTest::newRow("a changed tail of the same length") << qsizetype(-200000) << qsizetype(300000);
+}
+
+void tst_SampleWindow::changedTailUpdatesTheTailOnly()
+{
+    QFETCH(qsizetype, before);
+    QFETCH(qsizetype, after);
+
+    // A negative count before: the series kept its length and its values
+    // changed from -before on.
+    const bool sameLength = before < 0;
+    const qsizetype unchanged = sameLength ? -before : before;
+    QList<double> values = randomValues(after);
+    values[unchanged / 2] = 6000.0; // an old peak
+    PeakPyramid updated;
+    // Built for the first values (data stamp 1), then for the new ones with
+    // the unchanged count: only the tail of the levels is rebuilt.
+    const QList<double> old = sameLength ? randomValues(after) : values.first(unchanged);
+    QList<double> first = old;
+    if (sameLength)
+        std::copy(values.cbegin(), values.cbegin() + unchanged, first.begin());
+    if (first.size() > unchanged)
+        first.last() = 9000.0; // an old peak in what changes
+    updated.peakIn(seriesOf(first), DataStamps(1), 0, first.size());
+    values[after - 1] = 7000.0; // a new peak in the tail
+    PeakPyramid built;
+    for (int level = 4; level <= 18; level += 2) {
+        const qsizetype groups = PeakPyramid::groupCount(after, level);
+        for (qsizetype g : {qsizetype(0), groups / 2, groups - 1}) {
+            const double expected = built.peak(seriesOf(values), DataStamps(1), level, g);
+            QVERIFY2(samePeak(updated.peak(seriesOf(values), DataStamps(2, unchanged), level, g), expected),
+                     qPrintable(QStringLiteral("level %1 group %2").arg(level).arg(g)));
+        }
+    }
+    QVERIFY(samePeak(updated.peakIn(seriesOf(values), DataStamps(2, unchanged), 0, after), 7000.0));
+    QCOMPARE(updated.bytes(), built.bytes());
+}
+
+void tst_SampleWindow::unknownUnchangedCountRebuildsEverything()
+{
+    QList<double> values(100000, 1.0);
+    values[10] = 5.0;
+    PeakPyramid pyramid;
+    QCOMPARE(pyramid.peakIn(seriesOf(values), DataStamps(1), 0, 100000), 5.0);
+    // Replaced (no value known to be unchanged) by longer values: the old peak goes.
+    values[10] = 1.0;
+    values.append(QList<double>(1000, 2.0));
+    QCOMPARE(pyramid.peakIn(seriesOf(values), DataStamps(2, 0), 0, values.size()), 2.0);
+    QCOMPARE(pyramid.peak(seriesOf(values), DataStamps(2, 0), 17, 0), 2.0);
+    // Shorter values: the levels above the new top go.
+    values.resize(100);
+    QCOMPARE(pyramid.peakIn(seriesOf(values), DataStamps(3, 0), 0, values.size()), 1.0);
+    QCOMPARE(pyramid.peak(seriesOf(values), DataStamps(3, 0), 17, 0), 1.0);
 }
 
 void tst_SampleWindow::levelMakesGroupsAtLeastAPixelWide_data()

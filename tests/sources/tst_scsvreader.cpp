@@ -9,8 +9,12 @@
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
+#include "samevalues.h"
+
 #include <cmath>
 #include <memory>
+
+using VexalTest::sameValues;
 
 namespace {
 
@@ -25,17 +29,6 @@ QList<double> referenceRead(const QString &path)
     while (!file.atEnd())
         values.append(QString(file.readLine()).toDouble());
     return values;
-}
-
-bool sameValues(const QList<double> &a, const QList<double> &b)
-{
-    if (a.size() != b.size())
-        return false;
-    for (qsizetype i = 0; i < a.size(); ++i) {
-        if (!(a[i] == b[i] || (std::isnan(a[i]) && std::isnan(b[i]))))
-            return false;
-    }
-    return true;
 }
 
 } // namespace
