@@ -76,6 +76,32 @@ void ChartArea::setIncludeZero(bool include)
     requestUpdate();
 }
 
+void ChartArea::setFollow(bool follow)
+{
+    if (m_follow == follow)
+        return;
+    m_follow = follow;
+    emit followChanged();
+}
+
+void ChartArea::followDataFrom(const QRectF &before)
+{
+    const QRectF after = chartRect();
+    if (!m_follow || !(after.right() > before.right()))
+        return;
+    const double tolerance = 1e-9 * std::max(1.0, std::abs(before.width()));
+    const bool showedAll = m_zoomRect.left() <= before.left() + tolerance
+                           && m_zoomRect.right() >= before.right() - tolerance;
+    QRectF zoom = m_zoomRect;
+    if (showedAll) {
+        zoom.setLeft(after.left());
+        zoom.setRight(after.right());
+    } else {
+        zoom.moveRight(after.right());
+    }
+    setZoomRect(zoom);
+}
+
 void ChartArea::resetZoomView()
 {
     setZoomRect(chartRect());
@@ -127,7 +153,9 @@ bool ChartArea::fitHeightToValues(QRectF &r) const
 
 void ChartArea::updateArea()
 {
+    const QRectF before = chartRect();
     IChartArea::updateArea();
+    followDataFrom(before);
     const QRectF chart = chartRect();
     QRectF r = m_zoomRect.intersected(chart);
     if (r.isNull())

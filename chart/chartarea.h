@@ -17,6 +17,7 @@ class VEXAL_EXPORT ChartArea : public IChartArea
     Q_PROPERTY(QRectF zoomRect READ zoomRect WRITE setZoomRect NOTIFY zoomRectChanged)
     Q_PROPERTY(bool adaptChartHeight READ adaptChartHeight WRITE setAdaptChartHeight NOTIFY adaptChartHeightChanged)
     Q_PROPERTY(bool includeZero READ includeZero WRITE setIncludeZero NOTIFY includeZeroChanged)
+    Q_PROPERTY(bool follow READ follow WRITE setFollow NOTIFY followChanged)
 
 public:
     explicit ChartArea(QQuickItem *parent = nullptr);
@@ -28,6 +29,11 @@ public:
     void setAdaptChartHeight(bool adapt);
     bool includeZero() const { return m_includeZero; }
     void setIncludeZero(bool include);
+    // While on, data that grow to the right move the zoom: a zoom that showed
+    // all the data grows with them, any other keeps its width and moves its
+    // right edge to the newest value's. Writing zoomRect leaves it on.
+    bool follow() const { return m_follow; }
+    void setFollow(bool follow);
 
     // Shows the whole chartRect again.
     Q_INVOKABLE void resetZoomView();
@@ -43,9 +49,13 @@ signals:
     void zoomRectChanged();
     void adaptChartHeightChanged();
     void includeZeroChanged();
+    void followChanged();
 
 private:
     void startShowingAllOnceSettled();
+    // With follow on: moves the zoom after chartRect's right edge moved from
+    // before's to where it is now.
+    void followDataFrom(const QRectF &before);
     // The zoom's vertical range from 0 (or the plotters' lowest bottom) to
     // just above the largest visible value.
     void fitHeightFromZero(QRectF &r) const;
@@ -57,4 +67,5 @@ private:
     QSharedPointer<QQuickItemGrabResult> m_grabResult; // result of the last exportImage, null
     bool m_adaptChartHeight = true;                  // zoom height follows the visible maximum
     bool m_includeZero = true;                       // the adapted height starts at 0; false: spans the visible values
+    bool m_follow = false;                           // the zoom follows data that grow to the right
 };

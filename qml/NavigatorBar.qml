@@ -32,9 +32,14 @@ Item {
         return pixels / width * navZoom.width
     }
 
+    // The user moved the main chart's zoom with the bar.
+    signal userZoomed()
+
     function setMainZoom(x, y, width) {
-        if (mainChartArea)
-            mainChartArea.zoomRect = Qt.rect(x, y, width, mainZoom.height)
+        if (!mainChartArea)
+            return
+        mainChartArea.zoomRect = Qt.rect(x, y, width, mainZoom.height)
+        userZoomed()
     }
 
     // Moves the overview so that its zoom starts at x, kept inside its chart.

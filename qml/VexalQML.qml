@@ -23,6 +23,14 @@ Item {
     // false: the zoom height spans the visible values of either sign and the
     // y axis follows it, for signals that swing around 0.
     property alias includeZero: chart.includeZero
+    // The zoom follows data that grow to the right (ChartArea.follow). A zoom
+    // or pan by the user turns it off; showing everything (the gesture,
+    // showAll(), Home) or the follow switch turns it back on.
+    property alias follow: chart.follow
+    // Shows a switch for follow in the chart's top right corner.
+    property bool showFollowSwitch: false
+    // follow was on when the user last zoomed or panned.
+    property bool followSuspended: false
     readonly property alias xAxis: linearXAxis
     readonly property alias yAxis: linearYAxis
     // Set by Escape: the gesture under way does nothing at its release.
@@ -62,6 +70,24 @@ Item {
         chart.zoomRect = Qt.rect(x, rect.y, width, rect.height)
     }
 
+    // A zoom or pan by the user: the view stops following the data.
+    function userMovedView() {
+        if (!chart.follow)
+            return
+        followSuspended = true
+        chart.follow = false
+    }
+
+    // Shows the whole data, and follows them again if it did before the
+    // user's last zoom or pan.
+    function showAll() {
+        chart.resetZoomView()
+        if (followSuspended)
+            chart.follow = true
+        followSuspended = false
+        navBar.navChart.recalcWidth()
+    }
+
     function zoomOut() {
         const rect = chart.zoomRect
         const newWidth = rect.width * 2
@@ -85,10 +111,13 @@ Item {
     }
 
     function zoom(gesture) {
+        if (gesture === "Zoom Fit") {
+            showAll()
+            return
+        }
+        userMovedView()
         if (gesture === "Zoom Out")
             zoomOut()
-        else if (gesture === "Zoom Fit")
-            chart.resetZoomView()
         else if (gesture === "Zoom Rect")
             zoomToBand()
         else
@@ -98,6 +127,7 @@ Item {
 
     // Moves the zoom by a number of the chart's pixels, inside the chart's data.
     function pan(pixels) {
+        userMovedView()
         const rect = chart.zoomRect
         const dx = pixels / chart.width * rect.width
         setZoomX(Utils.bound(rect.x + dx, chart.chartRect.left, chart.chartRect.right - rect.width), rect.width)
@@ -108,6 +138,12 @@ Item {
         anchors.fill: parent
         focus: vexal.visible
         Keys.onEscapePressed: vexal.stopZoom = true
+        Keys.onPressed: (event) => {
+            if (event.key === Qt.Key_Home) {
+                vexal.showAll()
+                event.accepted = true
+            }
+        }
     }
 
     Item {
@@ -154,6 +190,7 @@ Item {
             enabled: vexal.enableNavigatorBar
             visible: vexal.enableNavigatorBar
             mainChartArea: chart
+            onUserZoomed: vexal.userMovedView()
         }
 
         HorizontalLegend {
@@ -245,6 +282,21 @@ Item {
                     return
                 oldFrameX = mouseX
                 vexal.pan(delta)
+            }
+        }
+
+        Switch {
+            objectName: "followSwitch"
+            anchors.top: chart.top
+            anchors.right: chart.right
+            visible: vexal.showFollowSwitch
+            text: qsTr("Follow")
+            checked: chart.follow
+            onToggled: {
+                chart.follow = checked
+                vexal.followSuspended = false
+                // Toggling replaced the binding: the switch shows the state again.
+                checked = Qt.binding(() => chart.follow)
             }
         }
 

@@ -54,6 +54,9 @@ private slots:
     void signedZoomSpansTheVisibleValues();
     void signedZoomFollowsTheVisibleCellsOnly();
     void includeZeroNotifiesAndRedraws();
+    void followMovesTheZoomWithGrowingData_data();
+    void followMovesTheZoomWithGrowingData();
+    void writtenZoomKeepsFollowOn();
     void zoomOutsideChartRectIsReplaced();
     void fixedHeightTakesChartHeight();
     void resetZoomViewShowsWholeChart();
@@ -214,6 +217,62 @@ void tst_ChartArea::includeZeroNotifiesAndRedraws()
     QCOMPARE(spy.count(), 1);
     QCOMPARE(chart.includeZero(), false);
     QCOMPARE(chart.accepted, 1);
+}
+
+void tst_ChartArea::followMovesTheZoomWithGrowingData_data()
+{
+    QTest::addColumn<bool>("follow");
+    QTest::addColumn<QRectF>("zoom");     // before 20 values are appended to 100
+    QTest::addColumn<double>("expectedLeft");
+    QTest::addColumn<double>("expectedWidth");
+
+    QTest::newRow("a zoom that showed all data grows with them") << true << QRectF(0, 0, 100, 1) << 0.0 << 120.0;
+    QTest::newRow("a zoom into the data keeps its width and moves to the newest value")
+        << true << QRectF(30, 0, 10, 1) << 110.0 << 10.0;
+    QTest::newRow("without follow the zoom stays") << false << QRectF(30, 0, 10, 1) << 30.0 << 10.0;
+    QTest::newRow("without follow a zoom on all data stays") << false << QRectF(0, 0, 100, 1) << 0.0 << 100.0;
+}
+
+void tst_ChartArea::followMovesTheZoomWithGrowingData()
+{
+    QFETCH(bool, follow);
+    QFETCH(QRectF, zoom);
+    QFETCH(double, expectedLeft);
+    QFETCH(double, expectedWidth);
+
+    ChartArea chart;
+    chart.setUpdateIntervalMs(0);
+    IPlotter1D *series = addSeries(chart, QList<double>(100, 1.0));
+    chart.updateArea();
+    chart.setFollow(follow);
+    chart.setZoomRect(zoom);
+    series->appendData(QList<double>(20, 2.0));
+    chart.updateArea();
+    QCOMPARE(chart.chartRect().width(), 120.0);
+    QCOMPARE(chart.zoomRect().left(), expectedLeft);
+    QCOMPARE(chart.zoomRect().width(), expectedWidth);
+}
+
+void tst_ChartArea::writtenZoomKeepsFollowOn()
+{
+    ChartArea chart;
+    chart.setUpdateIntervalMs(0);
+    QCOMPARE(chart.follow(), false);
+    QSignalSpy spy(&chart, &ChartArea::followChanged);
+    chart.setFollow(true);
+    QCOMPARE(spy.count(), 1);
+    IPlotter1D *series = addSeries(chart, QList<double>(100, 1.0));
+    chart.updateArea();
+    chart.setZoomRect(QRectF(10, 0, 20, 1));
+    QCOMPARE(chart.follow(), true);
+    // Replacing the values without growing them does not move the zoom.
+    series->setData(QList<double>(100, 3.0));
+    chart.updateArea();
+    QCOMPARE(chart.zoomRect().left(), 10.0);
+    series->appendData({4, 4, 4, 4, 4});
+    chart.updateArea();
+    QCOMPARE(chart.zoomRect().left(), 85.0);
+    QCOMPARE(chart.zoomRect().width(), 20.0);
 }
 
 void tst_ChartArea::zoomOutsideChartRectIsReplaced()
