@@ -3,7 +3,10 @@
 // Times the decimator's pyramid build and the line plotter's pyramid build for
 // long series against a plain memcpy of the same bytes and prints their ratios, then the moving average and the
 // minimal-width merge on 1e7 values.
+#include <vexal/barplotter.h>
 #include <vexal/decimatorfilter.h>
+#include <vexal/decimatoru64.h>
+#include <vexal/lineplotter.h>
 #include <vexal/minimalwidth2d.h>
 #include <vexal/movingaverageu64.h>
 #include "plotters/linepyramid_p.h"
@@ -153,6 +156,31 @@ void minimalWidth(benchmark::State &state)
     state.SetItemsProcessed(int64_t(state.iterations()) * FilterValues);
 }
 
+// [SECTION] Streaming
+
+// 1 000 values appended to a series of state.range(0) values, through a
+// DecimatorU64 into a BarPlotter and straight into a LinePlotter: the time
+// the module spends on one append (no chart, so no frame is drawn).
+void streamingAppend(benchmark::State &state)
+{
+    DecimatorU64 decimator;
+    BarPlotter bars;
+    LinePlotter line;
+    decimator.addPlotter(&bars);
+    decimator.setArea(QRectF(0, 0, 1, 1));
+    const QList<double> start = noise(state.range(0), 9);
+    decimator.setData(start);
+    line.setData(start);
+    const QList<double> chunk = noise(1000, 10);
+    decimator.appendData(chunk); // the first append copies the shared input once
+    line.appendData(chunk);
+    for (auto _ : state) {
+        decimator.appendData(chunk);
+        line.appendData(chunk);
+    }
+    state.SetItemsProcessed(int64_t(state.iterations()) * chunk.size());
+}
+
 // [SECTION] Reporting
 
 // Prints the usual table and keeps each run's real time per iteration.
@@ -204,6 +232,13 @@ int main(int argc, char **argv)
     }
     benchmark::RegisterBenchmark("movingAverage/1e7", movingAverage)->UseRealTime()->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("minimalWidth/1e7", minimalWidth)->UseRealTime()->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("streamingAppend", streamingAppend)
+        ->Arg(1'000'000)
+        ->Arg(10'000'000)
+        ->Arg(100'000'000)
+        ->Iterations(2000)
+        ->UseRealTime()
+        ->Unit(benchmark::kMicrosecond);
 
     benchmark::Initialize(&argc, argv);
     RatioReporter reporter;
