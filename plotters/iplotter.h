@@ -216,8 +216,9 @@ protected:
     // Changes only the height of the plotter area (the data maximum); no signal.
     void setPlotterAreaHeight(double height) { m_plotterArea.setHeight(height); }
     void setPlotterAreaWidth(double width) { m_plotterArea.setWidth(width); }
-    // Counts the data replacements, from 1: what was worked out of the data
-    // (GPU windows, peak pyramids) remembers the stamp it was made for.
+    // Counts the changes of the data, from 1: what was worked out of the
+    // data (GPU windows, peak pyramids) remembers the stamp it was made for.
+    // markDataReplaced() starts a new series of changes.
     quint64 dataStamp() const { return m_dataStamp; }
     void markDataReplaced();
     // How many leading values are the same now as when the data stamp was
