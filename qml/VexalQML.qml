@@ -10,7 +10,9 @@ import "utils.js" as Utils
 
 // A complete chart: the zoomable chart area with its axes, a navigator bar and
 // a legend. Left-button gestures zoom (the direction of the drag chooses how),
-// the middle and right buttons pan, Escape cancels a gesture.
+// the middle and right buttons pan, Escape cancels a gesture. The wheel zooms
+// around the cursor and pans with Shift, a pinch zooms, + and - zoom, the
+// arrow keys pan and Home shows everything.
 Item {
     id: vexal
 
@@ -88,7 +90,42 @@ Item {
         navBar.navChart.recalcWidth()
     }
 
-    function zoomOut() {
+    // The x range of the zoom narrowed by factor (above 1 zooms in, below 1
+    // out) around the data x center (the middle by default), kept inside
+    // the data.
+    function zoomIn(factor = 2, center = chart.zoomRect.x + chart.zoomRect.width / 2) {
+        if (!(factor > 0))
+            return
+        const rect = chart.zoomRect
+        const data = chart.chartRect
+        const width = Math.min(rect.width / factor, data.width)
+        const left = center - (center - rect.x) / factor
+        setZoomX(Utils.bound(left, data.left, data.right - width), width)
+        navBar.navChart.recalcWidth()
+    }
+
+    // Moves the zoom by fraction of its width (negative: to the left), kept
+    // inside the data.
+    function panBy(fraction) {
+        const rect = chart.zoomRect
+        const data = chart.chartRect
+        setZoomX(Utils.bound(rect.x + fraction * rect.width, data.left, data.right - rect.width), rect.width)
+        navBar.navChart.recalcWidth()
+    }
+
+    // The data x under the chart's pixel x.
+    function dataXAt(pixelX) {
+        return chart.zoomRect.x + pixelX / chart.width * chart.zoomRect.width
+    }
+
+    // Without a factor: the zoom-out gesture (twice as wide, the whole data
+    // once wider than the chart's pixels). With one: zoomIn(1 / factor).
+    function zoomOut(factor) {
+        if (factor !== undefined) {
+            if (factor > 0)
+                zoomIn(1 / factor)
+            return
+        }
         const rect = chart.zoomRect
         const newWidth = rect.width * 2
         // A data width against the item's pixel width: kept as the reset rule.
@@ -142,7 +179,19 @@ Item {
             if (event.key === Qt.Key_Home) {
                 vexal.showAll()
                 event.accepted = true
+                return
             }
+            // Zoom factors and pan fractions of the keys.
+            const zooms = { [Qt.Key_Plus]: 2, [Qt.Key_Equal]: 2, [Qt.Key_Minus]: 0.5 }
+            const pans = { [Qt.Key_Left]: -0.1, [Qt.Key_Right]: 0.1 }
+            if (!(event.key in zooms) && !(event.key in pans))
+                return
+            vexal.userMovedView()
+            if (event.key in zooms)
+                vexal.zoomIn(zooms[event.key])
+            else
+                vexal.panBy(pans[event.key])
+            event.accepted = true
         }
     }
 
@@ -264,6 +313,37 @@ Item {
                 if (!vexal.stopZoom)
                     vexal.zoom(vexal.gestureTo(mouse.x, mouse.y))
                 vexal.stopZoom = false
+            }
+            // A notch (120) zooms by 1.25 around the cursor; with Shift, or
+            // sideways, it pans by a tenth of the view.
+            onWheel: (wheel) => {
+                const notchesUp = wheel.angleDelta.y / 120
+                const notchesSideways = wheel.angleDelta.x / 120
+                vexal.userMovedView()
+                if (wheel.modifiers & Qt.ShiftModifier)
+                    vexal.panBy(-notchesUp * 0.1)
+                else if (notchesSideways !== 0)
+                    vexal.panBy(-notchesSideways * 0.1)
+                else
+                    vexal.zoomIn(Math.pow(1.25, notchesUp), vexal.dataXAt(wheel.x))
+            }
+        }
+
+        // A touchpad or touch screen pinch zooms around its centre.
+        PinchHandler {
+            id: pinch
+            objectName: "pinch"
+            property real lastScale: 1
+
+            target: null
+            parent: chart
+            onActiveChanged: lastScale = 1
+            onActiveScaleChanged: {
+                if (!active || !(activeScale > 0))
+                    return
+                vexal.userMovedView()
+                vexal.zoomIn(activeScale / lastScale, vexal.dataXAt(centroid.position.x))
+                lastScale = activeScale
             }
         }
 

@@ -112,6 +112,17 @@ Item {
             verify(!view.follow, "a drag on the navigator turns follow off")
         }
 
+        function test_the_wheel_and_the_keys_stop_following() {
+            mouseWheel(view.refChartMouse, 100, 100, 0, 120)
+            verify(!view.follow, "a wheel zoom turns follow off")
+            keyClick(Qt.Key_Home)
+            verify(view.follow)
+            keyClick(Qt.Key_Shift)
+            verify(view.follow, "a key that does nothing leaves follow on")
+            keyClick(Qt.Key_Right)
+            verify(!view.follow, "a pan by key turns follow off")
+        }
+
         function test_home_resumes_following() {
             zoomOntoBand()
             verify(!view.follow)
