@@ -39,6 +39,11 @@ Item {
     property bool stopZoom: false
     property bool enableNavigatorBar: true
     property bool enableLegend: true
+    // Titles above the chart, under the x axis and left of the y axis; an
+    // empty title takes no room.
+    property string title: ""
+    property string xTitle: ""
+    property string yTitle: ""
 
     signal exportComplete(string path)
 
@@ -207,17 +212,52 @@ Item {
             axisTextFunc: Utils.format_event
         }
 
+        Label {
+            id: titleLabel
+            objectName: "title"
+            anchors.top: parent.top
+            anchors.topMargin: 6
+            anchors.horizontalCenter: chart.horizontalCenter
+            visible: vexal.title !== ""
+            text: vexal.title
+            font.bold: true
+            color: linearXAxis.axisTextColor
+        }
+
+        Label {
+            id: yTitleLabel
+            objectName: "yTitle"
+            // Rotated about its centre, which sits in the left margin's first band.
+            x: 6 + height / 2 - width / 2
+            y: chart.y + chart.height / 2 - height / 2
+            rotation: -90
+            visible: vexal.yTitle !== ""
+            text: vexal.yTitle
+            color: linearYAxis.axisTextColor
+        }
+
         ChartArea {
             id: chart
             objectName: "chart"
             anchors.top: parent.top
-            anchors.topMargin: 12
+            anchors.topMargin: 12 + (titleLabel.visible ? titleLabel.height + 6 : 0)
             anchors.left: parent.left
-            anchors.leftMargin: linearYAxis.visible ? 60 : 12
+            anchors.leftMargin: (linearYAxis.visible ? 60 : 12) + (yTitleLabel.visible ? yTitleLabel.height + 6 : 0)
             anchors.right: parent.right
             anchors.rightMargin: 12
             anchors.bottom: navBar.top
-            anchors.bottomMargin: linearXAxis.visible ? 36 : 12
+            anchors.bottomMargin: (linearXAxis.visible ? 36 : 12) + (xTitleLabel.visible ? xTitleLabel.height + 2 : 0)
+        }
+
+        Label {
+            id: xTitleLabel
+            objectName: "xTitle"
+            anchors.bottom: navBar.top
+            anchors.bottomMargin: 4
+            anchors.horizontalCenter: chart.horizontalCenter
+            visible: vexal.xTitle !== ""
+            text: vexal.xTitle
+            color: linearXAxis.axisTextColor
         }
 
         LinearXAxis {
