@@ -66,7 +66,12 @@ Item {
                 color: xAxis.axisBaseColor
 
                 Text {
-                    anchors.horizontalCenter: parent.horizontalCenter
+                    objectName: "tickLabel"
+                    // The tick's x in the axis: a label centred under it that
+                    // would stick out of the axis is moved inside instead.
+                    readonly property real tickX: ticks.x + parent.x
+
+                    x: Utils.bound(-width / 2, -tickX, xAxis.width - tickX - width)
                     y: parent.height + xAxis.textOffset
                     font.pointSize: 9
                     color: xAxis.axisTextColor

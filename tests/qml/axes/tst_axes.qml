@@ -86,6 +86,27 @@ Item {
             }
         }
 
+        function test_x_edge_labels_move_inside_the_axis() {
+            // Ticks at 0, 2, ..., 8 with the last one on the right edge.
+            const axis = createTemporaryObject(xAxisComponent, top, {
+                width: 400, rectArea: Qt.rect(0, 0, 8, 1), axisTextFunc: v => v.toFixed(2) + " M" })
+            const ticks = ticksOf(axis)
+            verify(ticks.length >= 3)
+            for (let i = 0; i < ticks.length; ++i) {
+                const label = findChild(ticks[i], "tickLabel")
+                const left = label.mapToItem(axis, 0, 0).x
+                verify(left >= -1e-9 && left + label.width <= axis.width + 1e-9,
+                       "label " + label.text + " from " + left + " to " + (left + label.width))
+                const tickX = ticks[i].mapToItem(axis, 0, 0).x
+                if (tickX - label.width / 2 >= 0 && tickX + label.width / 2 <= axis.width)
+                    fuzzyCompare(left + label.width / 2, tickX + 0.5 * ticks[i].width - 0.5, 0.51,
+                                 "a label away from the edges stays centred: " + label.text)
+            }
+            compare(labelOf(ticks[ticks.length - 1]), "8.00 M")
+            const last = findChild(ticks[ticks.length - 1], "tickLabel")
+            fuzzyCompare(last.mapToItem(axis, 0, 0).x + last.width, axis.width, 1e-9, "the last label ends at the edge")
+        }
+
         function test_x_labels_use_the_text_function() {
             const axis = createTemporaryObject(xAxisComponent, top, {
                 width: 700, rectArea: Qt.rect(0, 0, 1000, 1), axisTextFunc: v => "t" + v })
