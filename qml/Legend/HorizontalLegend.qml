@@ -6,37 +6,51 @@ import QtQuick.Controls.Material 2.12
 import QtQuick.Dialogs
 import "../utils.js" as Utils
 
-// The plotters of plotterList in rows of 135-pixel cells, centred.
+// The plotters of plotterList in rows, each entry as wide as its name (up to
+// maxNameWidth, beyond which the name elides), the rows centred as a block.
 Rectangle {
     id: legend
 
-    property alias plotterList: grid.model
+    property alias plotterList: repeater.model
     // Index of the plotter whose colour the dialog is picking.
     property int currColorSelected: -1
+    // The widest a name is shown before it elides.
+    property real maxNameWidth: 200
+    // The entries side by side, counted again when an entry's width changes.
+    property real entriesWidth: 0
 
-    // The grid's content height, counted from its rows: a view as low as its
-    // content lays out lazily and would report a stale one.
-    implicitHeight: grid.columns > 0 ? Math.ceil(grid.count / grid.columns) * grid.cellHeight : 0
+    function measure() {
+        let total = 0
+        for (let i = 0; i < repeater.count; ++i) {
+            const entry = repeater.itemAt(i)
+            total += entry ? entry.width : 0
+        }
+        entriesWidth = total
+    }
+
+    implicitHeight: repeater.count > 0 ? flow.implicitHeight : 0
     color: Material.background
 
-    GridView {
-        id: grid
+    Flow {
+        id: flow
         objectName: "legendGrid"
         anchors.horizontalCenter: parent.horizontalCenter
-        // As many whole cells as fit the legend or the plotters, whichever is less.
-        readonly property int columns: Math.floor(Math.min(legend.width, cellWidth * count) / cellWidth)
-
-        width: columns * cellWidth
+        width: Math.min(legend.width, legend.entriesWidth)
         height: parent.height
-        cellWidth: 135
-        cellHeight: 30
-        interactive: false
 
-        delegate: LegendElement {
-            width: grid.cellWidth
-            height: grid.cellHeight
-            clip: true
-            colorMA.onClicked: Utils.pickColor(legend, colorDialog, index)
+        Repeater {
+            id: repeater
+            onItemAdded: legend.measure()
+            onItemRemoved: legend.measure()
+
+            delegate: LegendElement {
+                width: Math.min(implicitWidth, legend.width)
+                height: 30
+                clip: true
+                maxNameWidth: legend.maxNameWidth
+                colorMA.onClicked: Utils.pickColor(legend, colorDialog, index)
+                onWidthChanged: legend.measure()
+            }
         }
     }
 

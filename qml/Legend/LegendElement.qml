@@ -5,7 +5,9 @@ import QtQuick.Controls 2.12
 import QtQuick.Controls.Material 2.12
 
 // One legend row for the plotter modelData: its colour dot (click to recolour),
-// its name (click to hide or show it) and its warning, if any.
+// its name (click to hide or show it) and its warning, if any. The row is as
+// wide as its name up to maxNameWidth; a longer name, or one that does not
+// fit the row's width, is elided and shown whole in a tooltip.
 Item {
     id: element
 
@@ -13,8 +15,11 @@ Item {
     required property int index
     readonly property bool shown: modelData.visible
     property alias colorMA: colorMouse
+    property real maxNameWidth: 200
+    // Everything in the row but the name: margins, dot, spacing, warning.
+    readonly property real fixedWidth: 12 + dot.width + 6 + (warningMark.visible ? 2 + warningMark.width : 0) + 12
 
-    implicitWidth: 135
+    implicitWidth: fixedWidth + Math.min(nameLabel.implicitWidth, maxNameWidth)
     implicitHeight: 30
 
     Row {
@@ -50,6 +55,8 @@ Item {
             id: nameLabel
             objectName: "legendName" + element.index
             anchors.verticalCenter: parent.verticalCenter
+            width: Math.max(0, Math.min(implicitWidth, element.maxNameWidth, element.width - element.fixedWidth))
+            elide: Text.ElideRight
             text: element.modelData.name
             color: Material.color(Material.Grey, element.shown ? Material.Shade700 : Material.Shade400)
 
@@ -62,11 +69,14 @@ Item {
             }
 
             ToolTip {
+                id: nameToolTip
                 objectName: "nameToolTip"
-                visible: nameMouse.containsMouse && element.shown
-                         && element.modelData.legendToolTipText !== ""
+                readonly property string extra: element.modelData.legendToolTipText
+                visible: nameMouse.containsMouse && element.shown && (nameLabel.truncated || extra !== "")
                 contentItem: Text {
-                    text: element.modelData.legendToolTipText
+                    // An elided name first, whole.
+                    text: nameLabel.truncated ? element.modelData.name + (nameToolTip.extra !== "" ? "\n" + nameToolTip.extra : "")
+                                              : nameToolTip.extra
                     color: "white"
                     horizontalAlignment: Text.AlignHCenter
                     font.family: "Monospace"
@@ -75,6 +85,7 @@ Item {
         }
 
         Item {
+            id: warningMark
             objectName: "warningMark"
             anchors.verticalCenter: parent.verticalCenter
             width: nameLabel.height * 1.4

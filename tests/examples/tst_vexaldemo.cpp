@@ -105,7 +105,7 @@ void tst_VexalDemo::screenshotShowsEveryChart_data()
     QTest::newRow("the live histogram's legend shows its colour dot")
         << QRect(150, 415, 30, 20) << teal << 0.05 << 1.0 << 12;
     QTest::newRow("the signed chirp's legend shows its colour dot")
-        << QRect(1000, 415, 30, 20) << pink << 0.05 << 1.0 << 12;
+        << QRect(860, 415, 400, 20) << pink << 0.004 << 1.0 << 12;
     QTest::newRow("the y axis of the live histogram has labels")
         << QRect(15, 95, 45, 225) << text << 0.003 << 0.5 << 150;
     QTest::newRow("the y axis of the signed chirp has a label in its lower part, below zero")

@@ -213,15 +213,24 @@ void TstVexalQmlScreenshot::legendShowsOneDotPerPlotter()
 {
     const QImage image = grabWithZoom(QRectF(0, 0, 1000, 1));
     QVERIFY(!image.isNull());
-    // Each row's 10-pixel dot starts 12 pixels into its 135-pixel cell.
-    const QColor first = image.pixelColor(LegendLeft + 17, LegendRowY);
-    const QColor second = image.pixelColor(LegendLeft + 135 + 17, LegendRowY);
-    const bool barsFirst = VexalTest::sameColor(first, BarColor, 8) && VexalTest::sameColor(second, AreaColor, 8);
-    const bool areaFirst = VexalTest::sameColor(first, AreaColor, 8) && VexalTest::sameColor(second, BarColor, 8);
-    QVERIFY2(barsFirst || areaFirst, VexalTest::describe(first) + " " + VexalTest::describe(second));
-    // Left of the centred cells lies the legend's plain background.
-    const QColor margin = image.pixelColor(LegendLeft - 20, LegendRowY);
-    QVERIFY2(margin.lightness() > 200, VexalTest::describe(margin));
+    // Each entry's 10-pixel dot: a run of each plotter's colour along the row.
+    int bars = 0;
+    int area = 0;
+    int firstDot = image.width();
+    for (int x = 0; x < image.width(); ++x) {
+        const QColor c = image.pixelColor(x, LegendRowY);
+        const bool isBars = VexalTest::sameColor(c, BarColor, 8);
+        const bool isArea = VexalTest::sameColor(c, AreaColor, 8);
+        bars += isBars;
+        area += isArea;
+        if ((isBars || isArea) && x < firstDot)
+            firstDot = x;
+    }
+    QVERIFY2(bars >= 6 && bars <= 12, QByteArray::number(bars) + " pixels of the bars' dot");
+    QVERIFY2(area >= 6 && area <= 12, QByteArray::number(area) + " pixels of the area's dot");
+    // Left of the centred entries lies the legend's plain background.
+    const QColor margin = image.pixelColor(firstDot - 20, LegendRowY);
+    QVERIFY2(firstDot > LegendLeft - 60 && margin.lightness() > 200, VexalTest::describe(margin));
 }
 
 VEXAL_GL_TEST_MAIN(TstVexalQmlScreenshot)

@@ -28,36 +28,64 @@ Item {
             failOnWarning(/.*/)
         }
 
-        function makePlotters(count) {
+        function makePlotters(count, name = i => "series " + i) {
             const plotters = []
             for (let i = 0; i < count; ++i)
-                plotters.push(createTemporaryObject(plotterComponent, top, { name: "series " + i }))
+                plotters.push(createTemporaryObject(plotterComponent, top, { name: name(i) }))
             return plotters
         }
 
-        function makeLegend(count, width) {
-            const legend = createTemporaryObject(legendComponent, top, { width: width, plotterList: makePlotters(count) })
+        function makeLegend(count, width, name) {
+            const legend = createTemporaryObject(legendComponent, top, { width: width, plotterList: makePlotters(count, name) })
             legend.height = Qt.binding(() => legend.implicitHeight)
-            // The grid makes its rows at its next layout.
             tryVerify(() => findChild(legend, "colorDot" + (count - 1)) !== null, 1000, "rows made")
             return legend
         }
 
-        function test_grid_layout_data() {
+        function entryOf(legend, i) {
+            return findChild(legend, "colorDot" + i).parent.parent.parent
+        }
+
+        function test_entries_are_as_wide_as_their_names_data() {
             return [
-                { tag: "5 plotters in 400 pixels lay out 2 columns of 3 rows", count: 5, width: 400, gridWidth: 270, height: 90 },
-                { tag: "2 plotters in 800 pixels take only 2 cells", count: 2, width: 800, gridWidth: 270, height: 30 },
-                { tag: "5 plotters in 800 pixels fit one row", count: 5, width: 800, gridWidth: 675, height: 30 },
-                { tag: "a legend narrower than a cell shows none", count: 3, width: 100, gridWidth: 0, height: 0 }
+                { tag: "5 plotters in 800 pixels fit one row", count: 5, width: 800, rows: 1 },
+                { tag: "2 plotters in 800 pixels take only their own width", count: 2, width: 800, rows: 1 },
+                { tag: "5 plotters in 250 pixels wrap into rows", count: 5, width: 250, rows: 3 }
             ]
         }
 
-        function test_grid_layout(row) {
+        function test_entries_are_as_wide_as_their_names(row) {
             const legend = makeLegend(row.count, row.width)
             const grid = findChild(legend, "legendGrid")
-            compare(grid.width, row.gridWidth, "whole cells")
-            fuzzyCompare(grid.x, (row.width - row.gridWidth) / 2, 0.5, "centred to the pixel")
-            compare(legend.implicitHeight, row.height, "content height")
+            let total = 0
+            for (let i = 0; i < row.count; ++i) {
+                const entry = entryOf(legend, i)
+                const name = findChild(legend, "legendName" + i)
+                compare(name.text, "series " + i)
+                verify(!name.truncated, "a short name is shown whole")
+                compare(entry.width, entry.fixedWidth + name.implicitWidth, "entry " + i + " as wide as its name")
+                total += entry.width
+            }
+            compare(grid.width, Math.min(row.width, total), "the entries side by side, or the legend's width")
+            fuzzyCompare(grid.x, (row.width - grid.width) / 2, 0.5, "centred to the pixel")
+            compare(legend.implicitHeight, 30 * row.rows, "content height")
+        }
+
+        function test_long_names_elide_with_the_whole_name_in_a_tooltip() {
+            const longName = "channel 1 (noisy) of the second detector stack, raw"
+            const legend = makeLegend(2, 800, i => i === 0 ? longName : "short")
+            const name = findChild(legend, "legendName0")
+            verify(name.truncated, "the long name is elided")
+            compare(name.width, legend.maxNameWidth)
+            compare(entryOf(legend, 0).width, entryOf(legend, 0).fixedWidth + legend.maxNameWidth)
+            verify(!findChild(legend, "legendName1").truncated, "the short name is whole")
+            mouseMove(name, 10, 5)
+            const tip = findChild(entryOf(legend, 0), "nameToolTip")
+            tryCompare(tip, "visible", true)
+            compare(tip.contentItem.text, longName)
+            // A wider maximum shows it whole.
+            legend.maxNameWidth = 1000
+            verify(!name.truncated, "shown whole once it fits")
         }
 
         function test_colour_dialog_data() {

@@ -43,7 +43,9 @@ Item {
         }
 
         function test_size_and_name() {
-            compare(element.implicitWidth, 135)
+            // Margins of 12, the dot and 6 of spacing around the name.
+            compare(element.fixedWidth, 40)
+            compare(element.implicitWidth, 40 + findChild(element, "legendName0").implicitWidth)
             compare(element.implicitHeight, 30)
             compare(findChild(element, "legendName0").text, "voltage")
             compare(dot().width, 10, "a third of the row height")
