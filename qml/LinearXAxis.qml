@@ -9,9 +9,12 @@ import "utils.js" as Utils
 Item {
     id: xAxis
 
-    property color axisLineColor: Material.color(Material.Grey, Material.Shade300)
-    property color axisBaseColor: Material.color(Material.Grey, Material.Shade400)
-    property color axisTextColor: Material.color(Material.Grey, Material.Shade700)
+    // Under the Dark theme the theme's dividers and foreground; the greys of
+    // the Light theme otherwise.
+    readonly property bool darkTheme: Material.theme === Material.Dark
+    property color axisLineColor: darkTheme ? Material.dividerColor : Material.color(Material.Grey, Material.Shade300)
+    property color axisBaseColor: darkTheme ? Material.hintTextColor : Material.color(Material.Grey, Material.Shade400)
+    property color axisTextColor: darkTheme ? Material.foreground : Material.color(Material.Grey, Material.Shade700)
     property rect rectArea
     // Value to label text; null selects format_num.
     property var axisTextFunc: null

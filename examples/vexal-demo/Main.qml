@@ -20,16 +20,18 @@ ApplicationWindow {
     height: 900
     visible: true
     title: "Vexal demo"
-    Material.theme: Material.Light
+    Material.theme: dark ? Material.Dark : Material.Light
     Material.accent: Material.Teal
 
     readonly property var views: [liveView, longView, signedView, pairView, csvView]
     // Series of the CSV chart, given by main.cpp.
     required property string csvFile
+    // The Dark Material theme (--dark).
+    property bool dark: false
 
     header: ToolBar {
-        Material.background: "white"
-        Material.foreground: Material.color(Material.Grey, Material.Shade900)
+        Material.background: window.dark ? Material.color(Material.Grey, Material.Shade900) : "white"
+        Material.foreground: window.dark ? "white" : Material.color(Material.Grey, Material.Shade900)
         RowLayout {
             anchors.fill: parent
             anchors.leftMargin: 12

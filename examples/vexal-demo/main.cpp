@@ -27,6 +27,7 @@ struct Options
 {
     QString csvFile = QStringLiteral(":/sample.csv"); // series of the CSV chart
     QString screenshot;                               // picture to write, empty for a window
+    bool dark = false;                                // the Dark Material theme
 };
 
 // Parses the command line; returns the exit code to stop with, or -1 to go on.
@@ -41,7 +42,8 @@ int parseArguments(const QStringList &arguments, Options &options)
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
                                         QStringLiteral("Write the window to OUT.png once the data are shown, then exit."),
                                         QStringLiteral("OUT.png"));
-    parser.addOptions({help, csv, screenshot});
+    const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Use the Dark Material theme."));
+    parser.addOptions({help, csv, screenshot, dark});
     if (!parser.parse(arguments) || !parser.positionalArguments().isEmpty()) {
         const QString error = parser.errorText().isEmpty()
             ? QStringLiteral("unexpected argument '%1'").arg(parser.positionalArguments().value(0))
@@ -62,6 +64,7 @@ int parseArguments(const QStringList &arguments, Options &options)
         }
     }
     options.screenshot = parser.value(screenshot);
+    options.dark = parser.isSet(dark);
     return -1;
 }
 
@@ -98,7 +101,7 @@ int main(int argc, char **argv)
     QQuickStyle::setStyle(QStringLiteral("Material"));
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral(VEXAL_DEMO_QML_DIR));
-    engine.setInitialProperties({{QStringLiteral("csvFile"), options.csvFile}});
+    engine.setInitialProperties({{QStringLiteral("csvFile"), options.csvFile}, {QStringLiteral("dark"), options.dark}});
     engine.load(QUrl(QStringLiteral("qrc:/Main.qml")));
     if (engine.rootObjects().isEmpty())
         return 1;

@@ -58,7 +58,10 @@ Item {
             width: Math.max(0, Math.min(implicitWidth, element.maxNameWidth, element.width - element.fixedWidth))
             elide: Text.ElideRight
             text: element.modelData.name
-            color: Material.color(Material.Grey, element.shown ? Material.Shade700 : Material.Shade400)
+            // The theme's foreground and hint colour under the Dark theme.
+            color: element.Material.theme === Material.Dark
+                   ? (element.shown ? element.Material.foreground : element.Material.hintTextColor)
+                   : Material.color(Material.Grey, element.shown ? Material.Shade700 : Material.Shade400)
 
             MouseArea {
                 id: nameMouse

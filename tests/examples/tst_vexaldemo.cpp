@@ -3,11 +3,15 @@
 // Runs the demo as a user would: its screenshot shows the five charts with
 // their data, axes and legends where the layout puts them, and bad arguments
 // are answered with a clear message.
+#include <QtCore/QHash>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QColor>
 #include <QtGui/QImage>
 #include <QtTest/QTest>
+
+#include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -45,6 +49,43 @@ double shareOf(const QImage &image, const QRect &region, const QColor &colour, i
     return double(hits) / double(region.width() * region.height());
 }
 
+// WCAG's relative luminance of a colour.
+double luminance(const QColor &c)
+{
+    const auto channel = [](double v) { return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
+    return 0.2126 * channel(c.redF()) + 0.7152 * channel(c.greenF()) + 0.0722 * channel(c.blueF());
+}
+
+// WCAG's contrast ratio of two colours, from 1 to 21.
+double contrast(const QColor &a, const QColor &b)
+{
+    const double la = luminance(a), lb = luminance(b);
+    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+// The contrast of the text of region against its background: the commonest
+// colour is the background, the pixel farthest from it the core of a glyph.
+double textContrast(const QImage &image, const QRect &region)
+{
+    QHash<QRgb, int> counts;
+    for (int y = region.top(); y <= region.bottom(); ++y) {
+        for (int x = region.left(); x <= region.right(); ++x)
+            ++counts[image.pixel(x, y)];
+    }
+    QRgb background = 0;
+    int most = 0;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
+        if (it.value() > most) {
+            most = it.value();
+            background = it.key();
+        }
+    }
+    double best = 1.0;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it)
+        best = std::max(best, contrast(QColor(it.key()), QColor(background)));
+    return best;
+}
+
 } // namespace
 
 class tst_VexalDemo : public QObject
@@ -57,10 +98,13 @@ private slots:
     void screenshotShowsEveryChart();
     void argumentsAreChecked_data();
     void argumentsAreChecked();
+    void darkThemeLabelsAreReadable_data();
+    void darkThemeLabelsAreReadable();
 
 private:
     QTemporaryDir m_dir;
     QImage m_screenshot;
+    QImage m_darkScreenshot; // the demo under the Dark theme, taken by the first dark row
 };
 
 void tst_VexalDemo::initTestCase()
@@ -151,6 +195,32 @@ void tst_VexalDemo::argumentsAreChecked()
     const Run run = runDemo(arguments);
     QCOMPARE(run.exitCode, exitCode);
     QVERIFY2(run.output.contains(message), run.output.constData());
+}
+
+void tst_VexalDemo::darkThemeLabelsAreReadable_data()
+{
+    QTest::addColumn<QRect>("region");
+    // The axis and legend text regions of the screenshot rows above.
+    QTest::newRow("the live histogram's y labels contrast at least 4.5:1") << QRect(15, 95, 45, 225);
+    QTest::newRow("the long series' x labels contrast at least 4.5:1") << QRect(460, 330, 370, 18);
+    QTest::newRow("the CSV chart's x labels contrast at least 4.5:1") << QRect(700, 725, 560, 18);
+    QTest::newRow("the live histogram's legend name contrasts at least 4.5:1") << QRect(160, 415, 120, 20);
+}
+
+void tst_VexalDemo::darkThemeLabelsAreReadable()
+{
+    QFETCH(QRect, region);
+    if (m_darkScreenshot.isNull()) {
+        const QString picture = m_dir.filePath(QStringLiteral("dark.png"));
+        const Run run = runDemo({QStringLiteral("--dark"), QStringLiteral("--screenshot"), picture});
+        QVERIFY2(run.exitCode == 0, run.output.constData());
+        QVERIFY(m_darkScreenshot.load(picture));
+    }
+    // The picture is dark: most of the region is a dark background.
+    QVERIFY2(luminance(m_darkScreenshot.pixelColor(region.topLeft())) < 0.1,
+             qPrintable(m_darkScreenshot.pixelColor(region.topLeft()).name()));
+    const double ratio = textContrast(m_darkScreenshot, region);
+    QVERIFY2(ratio >= 4.5, QByteArray::number(ratio).constData());
 }
 
 QTEST_GUILESS_MAIN(tst_VexalDemo)
