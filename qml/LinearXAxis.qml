@@ -16,16 +16,28 @@ Item {
     property color axisBaseColor: darkTheme ? Material.hintTextColor : Material.color(Material.Grey, Material.Shade400)
     property color axisTextColor: darkTheme ? Material.foreground : Material.color(Material.Grey, Material.Shade700)
     property rect rectArea
-    // Value to label text; null selects format_num.
+    // Value to label text; null selects format_num. Used by the "si" format.
     property var axisTextFunc: null
     property int textOffset: 1
+    // "si": engineering steps and suffixes (or axisTextFunc), the default;
+    // "plain": plain numbers at 1, 2 or 5 x 10^k; "datetime": x is seconds
+    // since timeOrigin, labelled from microseconds to days at round time
+    // steps, with the date where it changes.
+    property string labelFormat: "si"
+    property date timeOrigin: new Date(0)
 
     property real minTickWidth: 70
-    readonly property real maxNumTick: width / minTickWidth
+    readonly property bool datetime: labelFormat === "datetime"
+    // Date labels are wider.
+    readonly property real maxNumTick: width / (datetime ? Math.max(minTickWidth, 110) : minTickWidth)
     // Smallest data distance between two ticks, and the round step chosen above it.
     readonly property real minDxTick: rectArea.width / maxNumTick
-    readonly property real dxTick: Utils.tickStep(rectArea.width, maxNumTick)
-    readonly property real xTickOffset: Math.ceil(rectArea.x / dxTick) * dxTick
+    readonly property real dxTick: datetime ? Utils.timeTickStep(rectArea.width, maxNumTick)
+                                 : labelFormat === "plain" ? Utils.roundTickStep(rectArea.width, maxNumTick)
+                                 : Utils.tickStep(rectArea.width, maxNumTick)
+    // Local seconds of x = 0 since the epoch: date ticks fall on round local times.
+    readonly property real valueOrigin: datetime ? timeOrigin.getTime() / 1000 - timeOrigin.getTimezoneOffset() * 60 : 0
+    readonly property real xTickOffset: Math.ceil((rectArea.x + valueOrigin) / dxTick - 1e-9) * dxTick - valueOrigin
     // NaN for a degenerate rectangle, which draws no tick.
     readonly property int xTicks: Math.floor((rectArea.width - xTickOffset + rectArea.x) / dxTick) + 1 || 0
 
@@ -35,7 +47,12 @@ Item {
         return Utils.formatSmall(num, decimals, ["e-18", "e-15", "e-12", "e-9", "e-6", "e-3", ""])
     }
 
-    function label(value) {
+    // The label of tick index, at value.
+    function label(value, index = 0) {
+        if (datetime)
+            return Utils.timeLabel(timeOrigin, value, dxTick, index === 0)
+        if (labelFormat === "plain")
+            return String(Utils.roundToStep(value, dxTick))
         // Called through a local: the property is a var, not a method.
         const format = axisTextFunc
         return format ? format(value) : format_num(value)
@@ -78,7 +95,7 @@ Item {
                     y: parent.height + xAxis.textOffset
                     font.pointSize: 9
                     color: xAxis.axisTextColor
-                    text: xAxis.label(parent.value)
+                    text: xAxis.label(parent.value, parent.index)
                 }
             }
         }

@@ -93,6 +93,49 @@ function roundToStep(value, step) {
     return Number(value.toFixed(Math.min(stepDecimals(step), 100)))
 }
 
+// Round time steps in seconds, from a second to a week.
+const timeSteps = [1, 2, 5, 10, 15, 30, 60, 120, 300, 600, 900, 1800, 3600, 7200, 10800, 21600, 43200,
+                   86400, 172800, 604800]
+
+// Tick step in seconds for a time span shown with at most maxTicks ticks: a
+// round time step from a second to a week, a 1, 2 or 5 x 10^k step below a
+// second and above a week (in days). NaN without a finite positive bound.
+function timeTickStep(span, maxTicks) {
+    const perTick = span / maxTicks
+    if (!(perTick > 0) || !isFinite(perTick))
+        return NaN
+    if (perTick < 1)
+        return roundTickStep(span, maxTicks)
+    for (const step of timeSteps) {
+        if (step >= perTick * (1 - 1e-9))
+            return step
+    }
+    return roundTickStep(span / 86400, maxTicks) * 86400
+}
+
+// The label of the time seconds after origin for ticks step seconds apart:
+// the time of day to the step's precision (days: none), preceded by the date
+// where it differs from the previous tick's (first: the first tick).
+function timeLabel(origin, seconds, step, first) {
+    const at = new Date(origin.getTime() + seconds * 1000)
+    const before = new Date(origin.getTime() + (seconds - step) * 1000)
+    const date = Qt.formatDate(at, "yyyy-MM-dd")
+    if (step >= 86400)
+        return date
+    let time = Qt.formatTime(at, step >= 60 ? "HH:mm" : "HH:mm:ss")
+    if (step < 1) {
+        // Sub-second digits from the origin's milliseconds and the offset,
+        // which keep their precision where the epoch's seconds would not;
+        // rounded to the step, a fraction that reaches 1 is the next second.
+        const digits = stepDecimals(step)
+        const fraction = ((origin.getMilliseconds() / 1000 + seconds) % 1 + 1) % 1
+        const rounded = Math.round(fraction * Math.pow(10, digits)) / Math.pow(10, digits)
+        const whole = new Date(at.getTime() + (rounded - fraction) * 1000)
+        time = Qt.formatTime(whole, "HH:mm:ss") + (rounded % 1).toFixed(digits).slice(1)
+    }
+    return first || Qt.formatDate(before, "yyyy-MM-dd") !== date ? date + " " + time : time
+}
+
 // Starts picking a colour for the plotter at index of a legend.
 function pickColor(legend, dialog, index) {
     legend.currColorSelected = index

@@ -107,6 +107,34 @@ Item {
             fuzzyCompare(last.mapToItem(axis, 0, 0).x + last.width, axis.width, 1e-9, "the last label ends at the edge")
         }
 
+        function test_x_label_formats_data() {
+            const origin = new Date(2026, 10, 22, 23, 59, 0)
+            return [
+                { tag: "plain numbers at whole steps", format: "plain", rect: Qt.rect(0, 0, 10, 1),
+                  labels: ["0", "1", "2", "3"] },
+                { tag: "plain numbers without float noise", format: "plain", rect: Qt.rect(0, 0, 1, 1),
+                  labels: ["0", "0.1", "0.2", "0.3"] },
+                { tag: "seconds across midnight show the date where it changes", format: "datetime", origin: origin,
+                  rect: Qt.rect(0, 0, 120, 1),
+                  labels: ["2026-11-22 23:59:00", "23:59:30", "2026-11-23 00:00:00", "00:00:30"] },
+                { tag: "days show dates only", format: "datetime", origin: origin, rect: Qt.rect(60, 0, 864000, 1),
+                  labels: ["2026-11-23", "2026-11-25", "2026-11-27"] },
+                { tag: "sub-second steps show their digits", format: "datetime", origin: origin,
+                  rect: Qt.rect(0.5, 0, 0.002, 1),
+                  labels: ["2026-11-22 23:59:00.5000", "23:59:00.5005", "23:59:00.5010"] },
+                { tag: "SI stays the default", format: "si", rect: Qt.rect(0, 0, 1000, 1),
+                  labels: ["0", "125.00", "250.00"] }
+            ]
+        }
+
+        function test_x_label_formats(row) {
+            const properties = { width: 700, rectArea: row.rect, labelFormat: row.format }
+            if (row.origin)
+                properties.timeOrigin = row.origin
+            const axis = createTemporaryObject(xAxisComponent, top, properties)
+            compare(ticksOf(axis).map(labelOf).slice(0, row.labels.length), row.labels)
+        }
+
         function test_x_labels_use_the_text_function() {
             const axis = createTemporaryObject(xAxisComponent, top, {
                 width: 700, rectArea: Qt.rect(0, 0, 1000, 1), axisTextFunc: v => "t" + v })
