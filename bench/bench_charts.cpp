@@ -253,6 +253,7 @@ public:
     virtual void prepare(QQuickItem *root, qint64 n) = 0;   // untimed set-up for N values
     virtual void hand(const QList<double> &values) = 0;    // timed: hand the values over
     virtual void showRange(double left, double width) = 0; // timed: zoom or pan
+    virtual void append(const QList<double> &values) = 0;  // timed: values appended to the series
 };
 
 class VexalChart : public ChartUnderTest
@@ -302,6 +303,16 @@ public:
         m_chart->setZoomRect(QRectF(left, zoom.y(), width, zoom.height()));
     }
 
+    // The view follows the growing series, as a monitoring view does.
+    void append(const QList<double> &values) override
+    {
+        m_chart->setFollow(true);
+        if (m_decimated)
+            m_decimator->appendData(values);
+        else
+            m_plotter->appendData(values);
+    }
+
 private:
     bool m_decimated;                   // values pass through the decimator
     bool m_line;                        // a LinePlotter instead of a BarPlotter
@@ -346,6 +357,17 @@ public:
     void showRange(double left, double width) override
     {
         m_x->setRange(left, left + width);
+    }
+
+    // QXYSeries::append of the new points, the x axis widened to show all.
+    void append(const QList<double> &values) override
+    {
+        const qsizetype first = m_series->count();
+        QList<QPointF> points(values.size());
+        for (qsizetype i = 0; i < values.size(); ++i)
+            points[i] = QPointF(double(first + i), values[i]);
+        m_series->append(points);
+        m_x->setRange(0, double(first + values.size()));
     }
 
     // The peer takes points, so the points are built before timing.
@@ -489,6 +511,56 @@ int runDeepChild(System system, qint64 n, quint64 seed)
     return 0;
 }
 
+// Streaming: every 20 ms a chunk of 1 000 values is appended until the series
+// holds n (or the time limit is reached). Reports the time spent in each
+// append call, the frames per second over the run and the peak memory.
+constexpr int StreamChunk = 1000;
+constexpr int StreamIntervalMs = 20;
+constexpr qint64 StreamLimitMs = 300000;
+
+int runStreamChild(System system, qint64 n, quint64 seed)
+{
+    const bool empty = system == System::EmptyChart;
+    ChildChart c;
+    // The empty chart spans one unit, so that its zoom can change.
+    if (!c.open(system, empty ? 1 : 0))
+        return 1;
+    const QList<double> chunk = makeValues(StreamChunk, seed);
+    int frames = 0;
+    QObject::connect(&c.window, &QQuickWindow::frameSwapped, &c.window, [&frames] { ++frames; },
+                     Qt::DirectConnection);
+    QList<double> appendMs;
+    qint64 held = 0;
+    QElapsedTimer run;
+    run.start();
+    QTimer tick;
+    tick.setInterval(StreamIntervalMs);
+    QObject::connect(&tick, &QTimer::timeout, [&] {
+        QElapsedTimer call;
+        call.start();
+        if (empty)
+            c.chart->showRange(0.0, held % 2000 ? 0.5 : 0.25); // a chart without data redraws
+        else
+            c.chart->append(chunk);
+        appendMs.append(double(call.nsecsElapsed()) / 1e6);
+        held += StreamChunk;
+        if (held >= n || run.elapsed() > StreamLimitMs)
+            QCoreApplication::quit();
+    });
+    frames = 0;
+    tick.start();
+    QCoreApplication::exec();
+    QJsonObject result;
+    result[QStringLiteral("appendMedian")] = median(appendMs);
+    result[QStringLiteral("appendMax")] = appendMs.isEmpty() ? qQNaN() : *std::max_element(appendMs.cbegin(), appendMs.cend());
+    result[QStringLiteral("fps")] = double(frames) * 1000.0 / double(run.elapsed());
+    result[QStringLiteral("held")] = double(held);
+    result[QStringLiteral("peakMiB")] = double(statusKiB("VmHWM")) / 1024.0;
+    result[QStringLiteral("renderer")] = c.clock->renderer();
+    printResult(result);
+    return 0;
+}
+
 // The floors under every step, measured with the same clock as often as the
 // zoom and pan script has steps: a bare window whose one rectangle changes
 // colour, and a chart without plotters whose zoom changes.
@@ -528,6 +600,7 @@ struct Figures
     QList<double> first, zoomMedian, zoomMax, live, memory; // one entry per repetition
     QList<QList<double>> deep;                             // per deep zoom step, one entry per repetition
     QList<double> peakMiB;                                 // peak resident memory, one entry per repetition
+    QList<double> appendMedian, appendMax, fps, held;      // streaming: per repetition
     bool ran = false;                                      // at least one child reported
     QString renderer;                                      // as the children saw it
 };
@@ -543,7 +616,8 @@ QList<double> toList(const QJsonArray &array)
 // The systems a run measures (--systems); every one by default.
 QList<System> selectedSystems;
 
-Figures runChildren(System system, qint64 n, int repetitions, const QString &program, bool deep = false)
+Figures runChildren(System system, qint64 n, int repetitions, const QString &program,
+                    const QString &mode = QString())
 {
     Figures figures;
     if (!selectedSystems.contains(system))
@@ -553,8 +627,8 @@ Figures runChildren(System system, qint64 n, int repetitions, const QString &pro
         child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         QStringList arguments{QStringLiteral("--child"), QString::fromLatin1(systemName(system)),
                               QString::number(n), QStringLiteral("--seed"), QStringLiteral("42")};
-        if (deep)
-            arguments.append(QStringLiteral("--deep"));
+        if (!mode.isEmpty())
+            arguments.append(mode);
         child.start(program, arguments);
         if (!child.waitForFinished(30 * 60 * 1000)) {
             child.kill();
@@ -578,6 +652,10 @@ Figures runChildren(System system, qint64 n, int repetitions, const QString &pro
             for (qsizetype i = 0; i < deepSteps.size(); ++i)
                 figures.deep[i].append(deepSteps[i]);
             figures.peakMiB.append(o[QStringLiteral("peakMiB")].toDouble());
+            for (const auto &[key, list] : {std::pair{"appendMedian", &figures.appendMedian},
+                                            std::pair{"appendMax", &figures.appendMax},
+                                            std::pair{"fps", &figures.fps}, std::pair{"held", &figures.held}})
+                list->append(o[QLatin1String(key)].toDouble());
             figures.renderer = o[QStringLiteral("renderer")].toString();
             figures.ran = true;
         }
@@ -691,10 +769,10 @@ int runDeepParent(const QList<qint64> &sizes, int repetitions, qint64 peerLimit,
            "--------------", "--------------", "--------------");
     bool complete = true;
     for (qint64 n : sizes) {
-        const Figures ours = runChildren(System::Vexal, n, repetitions, program, true);
-        const Figures raw = n <= rawLimit ? runChildren(System::VexalRaw, n, repetitions, program, true) : Figures{};
-        const Figures line = runChildren(System::VexalLine, n, repetitions, program, true);
-        const Figures peer = n <= peerLimit ? runChildren(System::QtCharts, n, repetitions, program, true) : Figures{};
+        const Figures ours = runChildren(System::Vexal, n, repetitions, program, QStringLiteral("--deep"));
+        const Figures raw = n <= rawLimit ? runChildren(System::VexalRaw, n, repetitions, program, QStringLiteral("--deep")) : Figures{};
+        const Figures line = runChildren(System::VexalLine, n, repetitions, program, QStringLiteral("--deep"));
+        const Figures peer = n <= peerLimit ? runChildren(System::QtCharts, n, repetitions, program, QStringLiteral("--deep")) : Figures{};
         const QString notRun = QStringLiteral("not run");
         const auto row = [&](const char *label, const QList<double> Figures::*field) {
             printf("| %-26s | %9s | %12s | %12s | %12s | %12s |\n", label,
@@ -720,6 +798,43 @@ int runDeepParent(const QList<qint64> &sizes, int repetitions, qint64 peerLimit,
     return complete ? 0 : 1;
 }
 
+// The streaming table: for each length, the time of an append, the frame
+// rate against an empty chart's over as long a run, and the peak memory.
+int runStreamParent(const QList<qint64> &sizes, int repetitions)
+{
+    const QString program = QCoreApplication::applicationFilePath();
+    const QString mode = QStringLiteral("--stream");
+    printf("\n| %-34s | %9s | %12s | %12s | %12s |\n", "streaming: 1 000 values every 20 ms", "N",
+           "Vexal", "Vexal line", "Qt Charts");
+    printf("|%s|%s|%s|%s|%s|\n", "------------------------------------", "-----------", "--------------",
+           "--------------", "--------------");
+    bool complete = true;
+    for (qint64 n : sizes) {
+        const Figures empty = runChildren(System::EmptyChart, n, repetitions, program, mode);
+        const Figures ours = runChildren(System::Vexal, n, repetitions, program, mode);
+        const Figures line = runChildren(System::VexalLine, n, repetitions, program, mode);
+        const Figures peer = runChildren(System::QtCharts, n, repetitions, program, mode);
+        const auto row = [&](const char *label, const QList<double> Figures::*field) {
+            printf("| %-34s | %9s | %12s | %12s | %12s |\n", label, qPrintable(QString::number(double(n), 'g', 2)),
+                   qPrintable(cell(ours, field)), qPrintable(cell(line, field)), qPrintable(cell(peer, field)));
+        };
+        row("values held at the end", &Figures::held);
+        row("append median (ms)", &Figures::appendMedian);
+        row("append max (ms)", &Figures::appendMax);
+        row("frames per second", &Figures::fps);
+        printf("| %-34s | %9s | %12s | %12s | %12s |\n", "  empty chart, same run (fps)",
+               qPrintable(QString::number(double(n), 'g', 2)), qPrintable(cell(empty, &Figures::fps)), "", "");
+        row("peak RSS (MiB)", &Figures::peakMiB);
+        complete = complete && ranIfSelected(System::Vexal, ours) && ranIfSelected(System::VexalLine, line)
+                   && ranIfSelected(System::QtCharts, peer) && empty.ran;
+    }
+    printf("\nVexal: a DecimatorU64 into a BarPlotter; line: a LinePlotter; both views follow the data.\n"
+           "Qt Charts: QXYSeries::append on an OpenGL LineSeries, the x axis widened to the data.\n"
+           "A run stops at N values or after %lld s (\"values held\" then tells how far it got).\n",
+           qlonglong(StreamLimitMs / 1000));
+    return complete ? 0 : 1;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -742,7 +857,9 @@ int main(int argc, char **argv)
                                      QStringLiteral("Comma-separated systems to measure: vexal, vexal-raw, vexal-line, "
                                                     "qtcharts (all by default)."),
                                      QStringLiteral("list"));
-    parser.addOptions({shortMode, reps, child, seed, deep, systems});
+    const QCommandLineOption stream(QStringLiteral("stream"),
+                                    QStringLiteral("Only the streaming rows, up to 1e6 and 1e7 values (1e5 with --short)."));
+    parser.addOptions({shortMode, reps, child, seed, deep, systems, stream});
     parser.process(app);
     const QStringList wanted = parser.value(systems).split(QLatin1Char(','), Qt::SkipEmptyParts);
     for (System s : {System::Vexal, System::VexalRaw, System::VexalLine, System::QtCharts, System::BareWindow,
@@ -754,6 +871,9 @@ int main(int argc, char **argv)
 
     if (parser.isSet(child)) {
         const QString name = parser.value(child);
+        if (parser.isSet(stream) && name == QLatin1String(systemName(System::EmptyChart)))
+            return runStreamChild(System::EmptyChart, parser.positionalArguments().value(0).toLongLong(),
+                                  parser.value(seed).toULongLong());
         for (System floor : {System::BareWindow, System::EmptyChart}) {
             if (name == QLatin1String(systemName(floor)))
                 return runFloorChild(floor);
@@ -764,8 +884,13 @@ int main(int argc, char **argv)
                                                                   : System::Vexal;
         const qint64 n = parser.positionalArguments().value(0).toLongLong();
         const quint64 seedValue = parser.value(seed).toULongLong();
+        if (parser.isSet(stream))
+            return runStreamChild(system, n, seedValue);
         return parser.isSet(deep) ? runDeepChild(system, n, seedValue) : runChild(system, n, seedValue);
     }
+    // One repetition: a run at 1e7 streams for over three minutes per system.
+    if (parser.isSet(stream))
+        return runStreamParent(parser.isSet(shortMode) ? QList<qint64>{100000} : QList<qint64>{1000000, 10000000}, 1);
     if (parser.isSet(deep)) {
         if (parser.isSet(shortMode))
             return runDeepParent({100000}, 1, 100000, 100000);
