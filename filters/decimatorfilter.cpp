@@ -99,10 +99,11 @@ bool DecimatorFilter<T>::replaceTail(qsizetype first, const QList<T> &tail)
         const QList<T> &below = m_levels[k - 1];
         QList<T> &level = m_levels[k];
         level.resize((below.size() + 1) / 2);
-        for (qsizetype g = changed; g < level.size(); ++g) {
-            const T left = atLeast(below[2 * g], T(0));
-            level[g] = 2 * g + 1 < below.size() ? atLeast(below[2 * g + 1], left) : left;
-        }
+        const qsizetype pairs = below.size() / 2;
+        if (changed < pairs)
+            reducePairs(below.constData() + 2 * changed, level.data() + changed, pairs - changed);
+        if (pairs < level.size())
+            level.last() = atLeast(below.last(), T(0)); // the last group of one
     }
     m_levels.resize(k); // a shorter input needs fewer levels
     return regroup;

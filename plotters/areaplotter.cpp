@@ -146,15 +146,15 @@ void AreaPlotter::dataTailChanged(qsizetype)
 void AreaPlotter::rebuildWindowVertices(Vexal::AreaFrame &frame)
 {
     const Vexal::SampleWindow &window = frame.window;
-    const Vexal::ItemSeries samples = items();
     frame.fill.resize(2 * window.size());
     frame.border.resize(window.size());
     for (qsizetype k = 0; k < window.size(); ++k) {
         const qsizetype group = window.first + k;
-        const auto [low, high] = columnOf(window.level, group, frame.hangs);
+        const double peak = groupPeak(window.level, group);
+        const auto [low, high] = columnOf(peak, window.level, group, frame.hangs);
         frame.fill[2 * k] = QVector2D(float(k), low);
         frame.fill[2 * k + 1] = QVector2D(float(k), high);
-        frame.border[k] = QVector2D(float(k), Vexal::toFloat(peaks().peak(samples, stampsFor(peaks()), window.level, group)));
+        frame.border[k] = QVector2D(float(k), Vexal::toFloat(peak));
     }
     gpuArrays().markChanged(FillAttribute);
     gpuArrays().markChanged(BorderAttribute);

@@ -255,7 +255,8 @@ void BarPlotter::rebuildWindowArrays(Vexal::BarFrame &frame)
     const qsizetype items = data().size();
     frame.points.resize(bars * perBar);
     for (qsizetype k = 0; k < bars; ++k) {
-        const auto [bottom, top] = columnOf(window.level, window.first + k, frame.hangs);
+        const qsizetype group = window.first + k;
+        const auto [bottom, top] = columnOf(groupPeak(window.level, group), window.level, group, frame.hangs);
         float *corners = frame.points.data() + k * perBar;
         std::fill_n(corners, perBar / 2, bottom);
         std::fill_n(corners + perBar / 2, perBar - perBar / 2, top);

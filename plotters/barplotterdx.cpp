@@ -164,7 +164,7 @@ void BarPlotterDx::rebuildWindowArrays(Vexal::PairFrame &frame)
         const qsizetype group = window.first + k;
         const Vexal::SplitDouble left = Vexal::splitDouble(e[group * size]);
         const Vexal::SplitDouble right = Vexal::splitDouble(e[std::min(qsizetype(barCount()), (group + 1) * size)]);
-        const auto [low, high] = columnOf(window.level, group, frame.bottom < 0.0);
+        const auto [low, high] = columnOf(groupPeak(window.level, group), window.level, group, frame.bottom < 0.0);
         const float bottom = Vexal::toFloat(low - frame.bottom);
         const float top = Vexal::toFloat(high - frame.bottom);
         Vertex *corners = frame.vertices.data() + 4 * k;
@@ -232,7 +232,6 @@ void BarPlotterDx::captureUniforms(Vexal::PairFrame &frame)
     frame.xLsb = left.lsb;
     frame.screenDx = Vexal::toFloat(2.0 / frame.rect.width());
     frame.screenDy = Vexal::toFloat(frame.rect.height() * 0.5);
-
     frame.color = color();
 }
 
@@ -243,7 +242,6 @@ void BarPlotterDx::_update_uniforms(QOpenGLShaderProgram &program, const SRender
     program.setUniformValue("x_lsb", frame.xLsb);
     program.setUniformValue("screen_dx", frame.screenDx);
     program.setUniformValue("screen_dy", frame.screenDy);
-
     program.setUniformValue("color", frame.color);
 }
 

@@ -288,11 +288,10 @@ qsizetype IPlotter::unchangedSince(quint64 stamp) const
     // Every change after stamp must be in the log, the first one included.
     if (m_tailChanges.isEmpty() || m_tailChanges.first().first > stamp + 1)
         return 0;
+    // Newest first: the changes after stamp are at the end of the log.
     qsizetype unchanged = m_data.size();
-    for (const auto &[changeStamp, firstChanged] : m_tailChanges) {
-        if (changeStamp > stamp)
-            unchanged = std::min(unchanged, firstChanged);
-    }
+    for (auto it = m_tailChanges.crbegin(); it != m_tailChanges.crend() && it->first > stamp; ++it)
+        unchanged = std::min(unchanged, it->second);
     return unchanged;
 }
 

@@ -58,9 +58,13 @@ double IPlotter1D::troughIn(qsizetype first, qsizetype last) const
     return -troughs().peakIn(items().negated(), stampsFor(troughs()), first, last);
 }
 
-std::pair<float, float> IPlotter1D::columnOf(int level, qsizetype group, bool hangs) const
+double IPlotter1D::groupPeak(int level, qsizetype group) const
 {
-    const double peak = peaks().peak(items(), stampsFor(peaks()), level, group);
+    return peaks().peak(items(), stampsFor(peaks()), level, group);
+}
+
+std::pair<float, float> IPlotter1D::columnOf(double peak, int level, qsizetype group, bool hangs) const
+{
     if (!hangs)
         return {0.0f, Vexal::toFloat(peak)};
     const double low = trough(level, group);

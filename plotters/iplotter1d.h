@@ -62,10 +62,13 @@ protected:
     double troughIn(qsizetype first, qsizetype last) const;
     // The items that rect shows along x, whatever its height.
     virtual Vexal::CellRange itemsShownBy(const QRectF &rect) const;
-    // What a bar or area column of group g of 2^level items covers, standing
-    // on value 0: from 0 to the group's peak, or, where views reach below 0
-    // (hangs), from the lower of 0 and its trough to the higher of 0 and its peak.
-    std::pair<float, float> columnOf(int level, qsizetype group, bool hangs) const;
+    // The peak of group g of 2^level items, NaN when all of them are NaN.
+    double groupPeak(int level, qsizetype group) const;
+    // What a bar or area column of group g of 2^level items, whose peak is
+    // peak, covers standing on value 0: from 0 to the peak, or, where views
+    // reach below 0 (hangs), from the lower of 0 and its trough to the
+    // higher of 0 and its peak.
+    std::pair<float, float> columnOf(double peak, int level, qsizetype group, bool hangs) const;
     // Moves a chart's window of groups so that it holds the items that rect
     // shows (visible), items pixelsPerItem device pixels wide; true when it
     // moved and its arrays must be rebuilt.

@@ -58,10 +58,10 @@ struct DataStamps
 };
 
 // Peaks of groups of 2^level items, NaN ignored. Levels up to MaxComputedLevel
-// are read from the items themselves; the levels above are stored, built once
-// per data change (the data stamp) and only when a frame or a query needs them
-// (after an append, only their tail groups),
-// in 1/8 of a double per item.
+// are read from the items themselves; the levels above are stored in 1/8 of a
+// double per item, built once per data change (the data stamp), only when a
+// frame or a query needs them, and after a change at the end of the data only
+// from the group that holds its first changed item on.
 class PeakPyramid
 {
 public:
