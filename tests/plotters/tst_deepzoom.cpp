@@ -7,6 +7,7 @@
 #include <vexal/barplotter.h>
 #include <vexal/barplotterdx.h>
 #include <vexal/ichartarea.h>
+#include <vexal/lineplotter.h>
 #include "plotterscene.h"
 
 #include <QtGui/QGuiApplication>
@@ -24,8 +25,10 @@ constexpr double ViewHeight = 10.0; // value range of every view: 10 pixels per 
 // A red plotter named "series" over all samples, one unit per sample.
 QByteArray seriesScene(const QString &kind)
 {
-    const QByteArray type = kind == QLatin1String("area") ? "AreaPlotter" : "BarPlotter";
-    const QByteArray extra = kind == QLatin1String("area") ? "borderEnable: false\n" : "";
+    const bool area = kind == QLatin1String("area");
+    const bool line = kind == QLatin1String("line");
+    const QByteArray type = area ? "AreaPlotter" : line ? "LinePlotter" : "BarPlotter";
+    const QByteArray extra = area ? "borderEnable: false\n" : line ? "lineWidth: 2\n" : "";
     return PlotterTest::chartScene("        " + type + " {\n"
                                    "            objectName: \"series\"\n"
                                    "            chartArea: chart\n"
@@ -136,6 +139,7 @@ void tst_DeepZoom::zoomInToSingleSamplesAndOutAgain_data()
     QTest::addColumn<QString>("kind");
     QTest::newRow("bars keep a single high sample visible at every depth") << QStringLiteral("bars");
     QTest::newRow("areas keep a single high sample visible at every depth") << QStringLiteral("area");
+    QTest::newRow("lines keep a single high sample visible at every depth") << QStringLiteral("line");
 }
 
 void tst_DeepZoom::zoomInToSingleSamplesAndOutAgain()
@@ -156,7 +160,8 @@ void tst_DeepZoom::zoomInToSingleSamplesAndOutAgain()
         const QImage image = scene.grab();
         const double spikeColumn = spike * 200.0 / Samples;
         QVERIFY2(redNear(image, spikeColumn, 6.0), "the single high sample is lost");
-        PLOTTER_COMPARE_PIXEL(image, QPoint(50, rowOf(0.5)), QColor(Qt::red));
+        // Bars and areas are filled below the values, a line runs through them.
+        PLOTTER_COMPARE_PIXEL(image, QPoint(50, rowOf(kind == QLatin1String("line") ? 1.0 : 0.5)), QColor(Qt::red));
         PLOTTER_COMPARE_PIXEL(image, QPoint(50, rowOf(2.0)), background);
     };
     verifyWholeView();
@@ -171,6 +176,13 @@ void tst_DeepZoom::zoomInToSingleSamplesAndOutAgain()
         PLOTTER_COMPARE_PIXEL(closest, QPoint(75, rowOf(8.5)), QColor(Qt::red)); // the spike, 50 pixels wide
         PLOTTER_COMPARE_PIXEL(closest, QPoint(25, rowOf(1.5)), background);       // its neighbours at 1
         PLOTTER_COMPARE_PIXEL(closest, QPoint(125, rowOf(1.5)), background);
+    } else if (kind == QLatin1String("line")) {
+        // Cell centres at x 25, 75, 125, 175: the line rises from 1 to the
+        // spike's 9 at x 75 and falls back to 1 at x 125.
+        PLOTTER_COMPARE_PIXEL(closest, QPoint(50, rowOf(5.0)), QColor(Qt::red));
+        PLOTTER_COMPARE_PIXEL(closest, QPoint(100, rowOf(5.0)), QColor(Qt::red));
+        PLOTTER_COMPARE_PIXEL(closest, QPoint(25, rowOf(5.0)), background);
+        PLOTTER_COMPARE_PIXEL(closest, QPoint(150, rowOf(5.0)), background);
     } else {
         // The area rises from sample spike - 1 at x 0 to the spike at x 50 and
         // falls to the next sample at x 100.

@@ -81,6 +81,7 @@ private slots:
     void narrowGroupsKeepTheirTroughs();
     void positiveViewsKeepBarsFromTheBottomEdge();
     void signedLineShowsBothHalvesInASpanningChart();
+    void switchingIncludeZeroAfterTheFirstFrameRedrawsTheBars();
 };
 
 void tst_SignedValues::barsAndAreasStandOnZero_data()
@@ -216,6 +217,53 @@ Rectangle {
     }
     QVERIFY2(highRed > 0 && lowRed > 0,
              QByteArray::number(highRed) + " red pixels at the top, " + QByteArray::number(lowRed) + " at the bottom");
+}
+
+void tst_SignedValues::switchingIncludeZeroAfterTheFirstFrameRedrawsTheBars()
+{
+    PlotterTest::failOnOpenGLErrors();
+    QuickScene scene(R"(
+import QtQuick 2.15
+import VexalPlugin 1.0
+Rectangle {
+    color: "#00ff00"
+    ChartArea {
+        id: chart
+        objectName: "chart"
+        anchors.fill: parent
+        updateIntervalMs: 0
+        BarPlotter {
+            objectName: "bars"
+            chartArea: chart
+            color: "#ff0000"
+            plotterArea: Qt.rect(0, 0, 2, 0)
+        }
+    }
+}
+)");
+    QVERIFY(scene.isReady());
+    auto *chart = scene.find<ChartArea>("chart");
+    scene.find<IPlotter>("bars")->setData({4, -4});
+    chart->resetZoomView();
+    // From 0 up: only the positive bar shows, filling its column to 4 / 4.2.
+    QTRY_COMPARE(chart->zoomRect().top(), 0.0);
+    QImage image = scene.grab();
+    PLOTTER_COMPARE_PIXEL(image, QPoint(50, 60), QColor(Qt::red));
+    PLOTTER_COMPARE_PIXEL(image, QPoint(150, 60), background);
+    // Spanning the values (-4.4 to 4.4): the negative bar hangs from the middle.
+    chart->setIncludeZero(false);
+    QTRY_VERIFY(chart->zoomRect().top() < -4.0);
+    image = scene.grab();
+    PLOTTER_COMPARE_PIXEL(image, QPoint(50, 25), QColor(Qt::red));
+    PLOTTER_COMPARE_PIXEL(image, QPoint(50, 75), background);
+    PLOTTER_COMPARE_PIXEL(image, QPoint(150, 75), QColor(Qt::red));
+    PLOTTER_COMPARE_PIXEL(image, QPoint(150, 25), background);
+    // And back.
+    chart->setIncludeZero(true);
+    QTRY_COMPARE(chart->zoomRect().top(), 0.0);
+    image = scene.grab();
+    PLOTTER_COMPARE_PIXEL(image, QPoint(150, 60), background);
+    PLOTTER_COMPARE_PIXEL(image, QPoint(50, 60), QColor(Qt::red));
 }
 
 VEXAL_GL_TEST_MAIN(tst_SignedValues)
