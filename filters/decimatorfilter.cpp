@@ -30,6 +30,26 @@ void reducePairs(const T *in, T *out, qsizetype m)
         out[k] = atLeast(in[2 * k + 1], atLeast(in[2 * k], T(0)));
 }
 
+// Cells from..end of level from the cells below, in pairs counted from the
+// first cell ever held: with alone = 1 the first cell below is the right half
+// of a pair whose left half was dropped, so it is a group of its own, and so
+// is a last cell without a right half.
+template <typename T>
+void reduceFixedPairs(const QList<T> &below, QList<T> &level, int alone, qsizetype from)
+{
+    const qsizetype n = below.size();
+    level.resize((n + alone + 1) / 2);
+    if (from == 0 && alone) {
+        level.first() = atLeast(below.first(), T(0));
+        from = 1;
+    }
+    const qsizetype wholePairs = (n + alone) / 2; // cells whose pair is complete
+    if (from < wholePairs)
+        reducePairs(below.constData() + 2 * from - alone, level.data() + from, wholePairs - from);
+    if (wholePairs < level.size())
+        level.last() = atLeast(below.last(), T(0));
+}
+
 template <typename T>
 void reduceGroups(const T *in, qsizetype n, T *out, qsizetype m, double step)
 {
@@ -67,6 +87,7 @@ bool DecimatorFilter<T>::setData(const QList<T> &input)
     // The old levels lend their storage to the new ones of the same size: a
     // stream of equally long inputs then rebuilds without allocating.
     m_fixedPairs = false;
+    m_origin = 0;
     QList<QList<T>> previous = std::exchange(m_levels, QList<QList<T>>{input});
     for (qsizetype k = 1; m_levels.last().size() > 1; ++k) {
         QList<T> storage = k < previous.size() ? std::move(previous[k]) : QList<T>();
@@ -93,20 +114,55 @@ bool DecimatorFilter<T>::replaceTail(qsizetype first, const QList<T> &tail)
     qsizetype changed = regroup ? 0 : first; // first changed cell of each level in turn
     qsizetype k = 1;
     for (; m_levels[k - 1].size() > 1; ++k) {
-        changed /= 2;
+        const int alone = int((m_origin >> (k - 1)) & 1); // the first cell below stands alone
+        changed = (changed + alone) / 2;
         if (m_levels.size() == k)
             m_levels.append(QList<T>());
-        const QList<T> &below = m_levels[k - 1];
-        QList<T> &level = m_levels[k];
-        level.resize((below.size() + 1) / 2);
-        const qsizetype pairs = below.size() / 2;
-        if (changed < pairs)
-            reducePairs(below.constData() + 2 * changed, level.data() + changed, pairs - changed);
-        if (pairs < level.size())
-            level.last() = atLeast(below.last(), T(0)); // the last group of one
+        changed = std::min(changed, m_levels[k].size()); // cells a level did not have yet are new too
+        reduceFixedPairs(m_levels[k - 1], m_levels[k], alone, changed);
     }
     m_levels.resize(k); // a shorter input needs fewer levels
     return regroup;
+}
+
+template <typename T>
+void DecimatorFilter<T>::regroupInFixedPairs()
+{
+    m_fixedPairs = false;
+    replaceTail(m_levels.first().size(), QList<T>());
+}
+
+template <typename T>
+void DecimatorFilter<T>::dropFront(qsizetype count)
+{
+    QList<T> &input = m_levels.first();
+    count = std::clamp<qsizetype>(count, 0, input.size());
+    if (count == 0)
+        return;
+    const qsizetype before = m_origin;
+    m_origin += count;
+    input.remove(0, count); // a front erase: no cell moves
+    if (input.isEmpty() || m_factor != 2.0 || !m_fixedPairs) {
+        const QList<T> kept = input;
+        m_levels = {QList<T>()};
+        m_origin = 0;
+        if (m_factor != 2.0)
+            setData(kept);
+        else if (!kept.isEmpty()) {
+            m_levels.first() = kept;
+            regroupInFixedPairs();
+        }
+        return;
+    }
+    qsizetype k = 1;
+    for (; k < m_levels.size() && m_levels[k - 1].size() > 1; ++k) {
+        QList<T> &level = m_levels[k];
+        level.remove(0, (m_origin >> k) - (before >> k));
+        const QList<T> &below = m_levels[k - 1];
+        const bool alone = ((m_origin >> (k - 1)) & 1) || below.size() == 1;
+        level.first() = alone ? atLeast(below[0], T(0)) : atLeast(below[1], atLeast(below[0], T(0)));
+    }
+    m_levels.resize(k); // a shorter window needs fewer levels
 }
 
 // One pass over the contiguous cells of source: each output cell is the largest

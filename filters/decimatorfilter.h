@@ -30,6 +30,13 @@ public:
     // true when the levels above 0 were rebuilt whole instead (grouped
     // otherwise before, or another factor).
     bool replaceTail(qsizetype first, const QList<T> &tail);
+    // Drops level 0's first count cells. With a factor of 2 the levels then
+    // group fixed pairs counted from the first cell ever held, the dropped
+    // ones included (a first group of one where its pair's left cell is
+    // gone), so that groups do not move as a sliding window moves on: each
+    // level loses its dropped groups from its front and recomputes its first
+    // one, at a cost that follows the cells dropped and the levels.
+    void dropFront(qsizetype count);
 
     // The level whose cells are about one pixel wide, given the data units per
     // pixel and the area that level 0 spans.
@@ -42,10 +49,13 @@ public:
 
 private:
     QList<T> reduce(const QList<T> &source, QList<T> storage) const;
+    // Regroups every level in fixed pairs, from level 0 as it is.
+    void regroupInFixedPairs();
 
     QList<QList<T>> m_levels{QList<T>()}; // level 0 is the input, then coarser levels; one empty level
     double m_factor = 2.0;                // size ratio between two levels, 2
     bool m_fixedPairs = false;            // the levels group fixed pairs (after replaceTail); false
+    qsizetype m_origin = 0;               // cells dropped before level 0's first, counted in fixed pairs; 0
 };
 
 extern template class DecimatorFilter<double>;

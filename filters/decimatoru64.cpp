@@ -67,6 +67,16 @@ qsizetype DecimatorU64::_filter_tail(qsizetype first, const QList<double> &tail)
     return first >> m_level;
 }
 
+bool DecimatorU64::_drop_front(qsizetype count)
+{
+    const int before = m_level;
+    m_decimator.dropFront(count);
+    m_level = std::min(m_level, m_decimator.levelCount() - 1);
+    chooseLevel();
+    // Level 0 is the input: it lost exactly its first cells.
+    return before == 0 && m_level == 0;
+}
+
 void DecimatorU64::_clear_func()
 {
     m_decimator = DecimatorFilter<double>();

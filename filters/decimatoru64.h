@@ -34,6 +34,8 @@ protected:
     bool _filter_func(const QList<double> &input) override;
     qsizetype _filter_tail(qsizetype first, const QList<double> &tail) override;
     void _clear_func() override;
+    // Drops the pyramid's first cells in place; a chosen level above 0 is handed down anew.
+    bool _drop_front(qsizetype count) override;
     // Level 0 of the pyramid.
     const QList<double> &inputValues() const override;
     // Every level keeps the maxima of the level below: the peak of the

@@ -32,6 +32,12 @@ const QList<double> &Filter1D::data() const
 
 void Filter1D::setData(const QList<double> &input)
 {
+    if (!m_parentFilter && m_capacity > 0 && input.size() > m_capacity) {
+        // Only the newest values are kept, each at the x it has in the list.
+        dropAreaCells(input.size() - m_capacity, input.size());
+        setData(input.last(m_capacity));
+        return;
+    }
     if (keepsRootInput && !m_parentFilter)
         m_input = input;
     if (_filter_func(input))
@@ -52,6 +58,7 @@ void Filter1D::appendData(const QList<double> &values)
     widened.setWidth(widened.width() + cell * double(values.size()));
     setArea(widened);
     takeInputTail(before, values);
+    dropOverflow();
 }
 
 void Filter1D::clear()
@@ -66,6 +73,21 @@ void Filter1D::clear()
         emit dataChanged();
     else
         _request_data_update();
+}
+
+void Filter1D::setCapacity(int capacity)
+{
+    if (capacity < 0) {
+        qWarning("Filter1D::capacity: %d is negative; using 0 (no limit)", capacity);
+        capacity = 0;
+    }
+    if (m_capacity == capacity)
+        return;
+    if (m_parentFilter && capacity > 0)
+        qWarning("Filter1D::capacity: ignored on a node fed by a parent; set it on the root of its tree");
+    m_capacity = capacity;
+    emit capacityChanged();
+    dropOverflow();
 }
 
 const QRectF &Filter1D::area() const
@@ -264,6 +286,47 @@ void Filter1D::handDownTail(qsizetype first)
     for (qsizetype i = 0; i < m_plotters.size(); ++i)
         m_plotters.at(i)->replaceTail(first, tail);
     emit dataChanged();
+}
+
+bool Filter1D::_drop_front(qsizetype count)
+{
+    if (!keepsRootInput) {
+        m_data.remove(0, count); // the identity; a front erase moves no values
+        return true;
+    }
+    if (!m_parentFilter)
+        m_input.remove(0, count);
+    _filter_func(inputValues());
+    return false;
+}
+
+void Filter1D::takeInputDrop(qsizetype count)
+{
+    if (!_drop_front(count)) {
+        _request_data_update();
+        return;
+    }
+    for (qsizetype i = 0; i < m_filters.size(); ++i)
+        m_filters.at(i)->takeInputDrop(count);
+    for (qsizetype i = 0; i < m_plotters.size(); ++i)
+        m_plotters.at(i)->dropFront(count);
+    emit dataChanged();
+}
+
+void Filter1D::dropOverflow()
+{
+    const qsizetype n = inputValues().size();
+    if (m_parentFilter || m_capacity <= 0 || n <= m_capacity)
+        return;
+    dropAreaCells(n - m_capacity, n);
+    takeInputDrop(n - m_capacity);
+}
+
+void Filter1D::dropAreaCells(qsizetype count, qsizetype n)
+{
+    QRectF moved = m_area;
+    moved.setLeft(m_area.left() + m_area.width() * double(count) / double(n));
+    setArea(moved);
 }
 
 std::optional<double> Filter1D::outputPeak() const

@@ -25,6 +25,7 @@ class VEXAL_EXPORT Filter1D : public QObject
     Q_PROPERTY(QList<double> data READ data WRITE setData NOTIFY dataChanged)
     Q_PROPERTY(QRectF area READ area WRITE setArea NOTIFY areaChanged)
     Q_PROPERTY(QString dataID READ dataID WRITE setDataID NOTIFY dataIDChanged)
+    Q_PROPERTY(int capacity READ capacity WRITE setCapacity NOTIFY capacityChanged)
 
 public:
     explicit Filter1D(QObject *parent = nullptr);
@@ -43,6 +44,13 @@ public:
     Q_INVOKABLE void appendData(const QList<double> &values);
     // Empties the input, the output and everything below, from the screen too.
     Q_INVOKABLE void clear();
+    // The most values a root keeps (0: no limit): a sliding window over the
+    // newest ones. Values dropped at the front, by an append, a longer list
+    // or a lower capacity, move the area right by one cell each, so that
+    // every value kept keeps its x. The drop costs what is dropped, not a
+    // shift of what is kept.
+    int capacity() const { return m_capacity; }
+    void setCapacity(int capacity);
     virtual const QRectF &area() const;
     virtual void setArea(const QRectF &r);
     virtual const QString &dataID() const;
@@ -69,6 +77,7 @@ signals:
     void areaChanged();
     void chartAreaChanged();
     void dataIDChanged();
+    void capacityChanged();
 
 protected:
     // Turns input into the output; returns true when the output changed.
@@ -82,6 +91,11 @@ protected:
     virtual qsizetype _filter_tail(qsizetype first, const QList<double> &tail);
     // Empties the output (and the kept input).
     virtual void _clear_func();
+    // The first count values of the input are gone (a root drops them from
+    // its kept input here). Brings the output up to date and returns true
+    // when it lost exactly its first count values (the identity), false when
+    // it was recomputed.
+    virtual bool _drop_front(qsizetype count);
     // The input of this node: the parent's output, a root's kept input, or
     // the identity's own output.
     virtual const QList<double> &inputValues() const;
@@ -109,6 +123,12 @@ private:
     void takeInputTail(qsizetype first, const QList<double> &tail);
     // Hands the output from index first on to every child and plotter.
     void handDownTail(qsizetype first);
+    // The input lost its first count values: updates the output and hands its change down.
+    void takeInputDrop(qsizetype count);
+    // Drops the oldest values of a root beyond its capacity.
+    void dropOverflow();
+    // Moves the area right by count of its cells, of n cells in all.
+    void dropAreaCells(qsizetype count, qsizetype n);
     void setParentFilter(const Filter1D *parent);
     bool isInSubtreeOf(const Filter1D *root) const;
     void forgetNode(QObject *node);
@@ -117,5 +137,6 @@ private:
     QString m_dataID;                       // identity of the data stream, a fresh UUID
     QList<Filter1D *> m_filters;            // child filters in order of addFilter; not owned
     QList<IPlotter1D *> m_plotters;         // attached plotters in order of addPlotter; not owned
+    int m_capacity = 0;                     // most values a root keeps; 0 = no limit
     QPointer<const Filter1D> m_parentFilter; // node whose output feeds this one, null
 };

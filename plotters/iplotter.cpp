@@ -255,6 +255,22 @@ void IPlotter::replaceTail(qsizetype first, const QList<double> &tail)
     takeTail(first, tail);
 }
 
+void IPlotter::dropFront(qsizetype count)
+{
+    if (count <= 0 || m_data.isEmpty())
+        return;
+    if (count >= m_data.size()) {
+        clear();
+        return;
+    }
+    // Taken out of m_data first, so that the front erase finds the list
+    // unshared and moves a pointer instead of the values.
+    QList<double> kept = std::move(m_data);
+    m_data = QList<double>();
+    kept.remove(0, count);
+    setData(kept);
+}
+
 void IPlotter::takeTail(qsizetype first, const QList<double> &tail)
 {
     // The first change of a list shared with its giver copies it once; later

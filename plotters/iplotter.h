@@ -106,6 +106,9 @@ public:
     // plotter area stays as it is. first 0 (or beyond the data) replaces the
     // data as setData does.
     void replaceTail(qsizetype first, const QList<double> &tail);
+    // Drops the first count values (a filter's sliding window moved on),
+    // without shifting the rest in memory; the plotter area stays as it is.
+    void dropFront(qsizetype count);
 
     // ---- Process-wide shader program registry
     static void registerProgramDefinition(SProgramShaderDefinition *definition);

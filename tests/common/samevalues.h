@@ -23,20 +23,20 @@ inline bool sameValues(const QList<double> &a, const QList<double> &b)
     return true;
 }
 
-// The levels of a maximum pyramid of factor 2 grouping fixed pairs from the
-// first cell (a last group of one where a level's length is odd), each cell
-// at least 0, NaN never winning: what DecimatorU64 holds after an append.
-inline QList<QList<double>> fixedPairLevels(const QList<double> &input)
+// The levels of a maximum pyramid of factor 2 grouping fixed pairs counted
+// from the first cell ever held, origin cells before input's first (a group
+// of one where a pair lost a half to the front or has none yet), each cell at
+// least 0, NaN never winning: what DecimatorU64 holds after appends and drops.
+inline QList<QList<double>> fixedPairLevels(const QList<double> &input, qsizetype origin = 0)
 {
     QList<QList<double>> levels{input};
-    while (levels.last().size() > 1) {
+    for (int k = 1; levels.last().size() > 1; ++k) {
         const QList<double> &below = levels.last();
-        QList<double> level((below.size() + 1) / 2);
-        for (qsizetype g = 0; g < level.size(); ++g) {
-            double v = 0.0;
-            for (qsizetype i = 2 * g; i < std::min(2 * g + 2, below.size()); ++i)
-                v = below[i] > v ? below[i] : v;
-            level[g] = v;
+        const qsizetype first = origin >> (k - 1); // below's first cell, counted from the first ever
+        QList<double> level(((first + below.size() - 1) >> 1) - (first >> 1) + 1);
+        for (qsizetype i = 0; i < below.size(); ++i) {
+            double &cell = level[((first + i) >> 1) - (first >> 1)];
+            cell = below[i] > cell ? below[i] : cell;
         }
         levels.append(level);
     }

@@ -51,6 +51,18 @@ QList<double> someValues(qsizetype n, unsigned seed, bool pairs = false)
     return values;
 }
 
+// Where a decimator's levels differ from the expected ones; empty when nowhere.
+QString levelsDiffer(const QList<QList<double>> &levels, const QList<QList<double>> &expected)
+{
+    if (levels.size() != expected.size())
+        return QStringLiteral("%1 levels instead of %2").arg(levels.size()).arg(expected.size());
+    for (qsizetype k = 0; k < levels.size(); ++k) {
+        if (!sameValues(levels[k], expected[k]))
+            return QStringLiteral("level %1").arg(k);
+    }
+    return QString();
+}
+
 // A root of the given type with an identity child and a plotter under each.
 struct Tree
 {
@@ -83,6 +95,14 @@ private slots:
     void appendToAChildIsRefused();
     void clearEmptiesTheWholeTree();
     void clearKeepsAFixedDecimatorsCellsAtZero();
+    void capacityKeepsTheNewestValues_data();
+    void capacityKeepsTheNewestValues();
+    void droppedValuesMoveTheAreaByTheirCells_data();
+    void droppedValuesMoveTheAreaByTheirCells();
+    void decimatorLevelsKeepTheirPairsAsTheWindowMoves_data();
+    void decimatorLevelsKeepTheirPairsAsTheWindowMoves();
+    void aWindowStaysBoundedInMemory();
+    void badCapacitiesWarn();
 };
 
 void tst_FilterAppends::appendsHandDownWhatTheWholeInputWould_data()
@@ -164,11 +184,8 @@ void tst_FilterAppends::decimatorLevelsGroupFixedPairsAfterAnAppend()
         decimator.appendData(values);
         all += values;
     }
-    const QList<QList<double>> expected = fixedPairLevels(all);
-    const QList<QList<double>> &levels = decimator.decimator().levels();
-    QCOMPARE(levels.size(), expected.size());
-    for (qsizetype k = 0; k < levels.size(); ++k)
-        QVERIFY2(sameValues(levels[k], expected[k]), qPrintable(QStringLiteral("level %1").arg(k)));
+    const QString difference = levelsDiffer(decimator.decimator().levels(), fixedPairLevels(all));
+    QVERIFY2(difference.isEmpty(), qPrintable(difference));
     QVERIFY(sameValues(plotter.data(), decimator.data()));
 }
 
@@ -210,6 +227,180 @@ void tst_FilterAppends::clearKeepsAFixedDecimatorsCellsAtZero()
     tree.root->appendData(someValues(500, 8));
     QCOMPARE(tree.root->data().size(), cells);
     QVERIFY(tree.root->data() != QList<double>(cells, 0.0));
+}
+
+// How the values of a test reach the root: a whole list, then appends, then
+// a capacity lowered below the length.
+struct Feed
+{
+    int head = 0;       // values set as a whole list first
+    QList<int> appends; // sizes of the appends that follow
+    int capacity = 0;   // capacity set before any value
+    int lowered = 0;    // capacity set after the values; 0 = none
+};
+Q_DECLARE_METATYPE(Feed)
+
+namespace {
+
+// Feeds values to tree's root as f says; returns every value given.
+QList<double> feedRoot(Tree &tree, const Feed &f)
+{
+    tree.root->setCapacity(f.capacity);
+    QList<double> all = someValues(f.head, 9);
+    if (!all.isEmpty())
+        tree.root->setData(all);
+    unsigned seed = 10;
+    for (int count : f.appends) {
+        const QList<double> values = someValues(count, seed++);
+        tree.root->appendData(values);
+        all += values;
+    }
+    if (f.lowered > 0)
+        tree.root->setCapacity(f.lowered);
+    return all;
+}
+
+// The number of values a root keeps of given ones under f.
+qsizetype keptOf(const Feed &f, qsizetype given)
+{
+    const int limit = f.lowered > 0 ? f.lowered : f.capacity;
+    return limit > 0 ? std::min<qsizetype>(limit, given) : given;
+}
+
+// The ways a window drops values, as rows named after them with a prefix.
+// Windows too short for a fixed decimator's cells are left out for it: cells
+// that no value reaches keep older values there.
+void addWindowRows(const char *prefix, const MakeFilter &make, bool tinyWindows = true)
+{
+    const QList<QPair<const char *, Feed>> feeds{
+        {"a window that overflows", Feed{0, {400, 400, 400, 30}, 1000, 0}},
+        {"a list set longer than the capacity", Feed{1500, {}, 1000, 0}},
+        {"a set list, then appends past the capacity", Feed{900, {50, 50, 50}, 1000, 0}},
+        {"an append longer than the capacity", Feed{10, {3000}, 1000, 0}},
+        {"the capacity lowered below the length", Feed{1200, {100}, 0, 700}},
+        {"a capacity of one", Feed{5, {1, 1, 3}, 1, 0}}};
+    for (const auto &[name, f] : feeds) {
+        if (tinyWindows || f.capacity != 1)
+            QTest::addRow("%s: %s", prefix, name) << make << f;
+    }
+}
+
+} // namespace
+
+void tst_FilterAppends::capacityKeepsTheNewestValues_data()
+{
+    QTest::addColumn<MakeFilter>("make");
+    QTest::addColumn<Feed>("feed");
+    addWindowRows("the identity", maker<Filter1D>());
+    addWindowRows("a moving average", maker<MovingAverageU64>());
+    addWindowRows("a fixed decimator", maker<FixedDecimatorU64>(), false);
+}
+
+void tst_FilterAppends::capacityKeepsTheNewestValues()
+{
+    QFETCH(MakeFilter, make);
+    QFETCH(Feed, feed);
+
+    Tree windowed(make);
+    const QList<double> all = feedRoot(windowed, feed);
+    const QList<double> kept = all.last(keptOf(feed, all.size()));
+    Tree whole(make);
+    whole.root->setArea(windowed.root->area());
+    whole.root->setData(kept);
+
+    QVERIFY(sameValues(windowed.root->data(), whole.root->data()));
+    QVERIFY(sameValues(windowed.child.data(), whole.child.data()));
+    QVERIFY(sameValues(windowed.rootPlotter.data(), whole.rootPlotter.data()));
+    QVERIFY(sameValues(windowed.childPlotter.data(), whole.childPlotter.data()));
+}
+
+void tst_FilterAppends::droppedValuesMoveTheAreaByTheirCells_data()
+{
+    QTest::addColumn<MakeFilter>("make");
+    QTest::addColumn<Feed>("feed");
+    addWindowRows("the identity", maker<Filter1D>());
+    addWindowRows("a decimator", maker<DecimatorU64>());
+}
+
+void tst_FilterAppends::droppedValuesMoveTheAreaByTheirCells()
+{
+    QFETCH(MakeFilter, make);
+    QFETCH(Feed, feed);
+
+    // Every value kept stays where it is without a capacity.
+    Tree tree(make);
+    const QList<double> all = feedRoot(tree, feed);
+    Tree unbounded(make);
+    feedRoot(unbounded, Feed{feed.head, feed.appends, 0, 0});
+    const QRectF full = unbounded.root->area();
+    const qsizetype dropped = all.size() - keptOf(feed, all.size());
+    const double cell = full.width() / double(all.size());
+    const QRectF expected(full.left() + double(dropped) * cell, 0, double(all.size() - dropped) * cell, 1);
+    QCOMPARE(tree.root->area(), expected);
+    QCOMPARE(tree.child.area(), expected);
+    QCOMPARE(tree.rootPlotter.plotterArea().left(), expected.left());
+    QCOMPARE(tree.childPlotter.plotterArea().right(), expected.right());
+}
+
+void tst_FilterAppends::decimatorLevelsKeepTheirPairsAsTheWindowMoves_data()
+{
+    QTest::addColumn<int>("capacity");
+    QTest::addColumn<QList<int>>("appends");
+
+    QTest::newRow("single values slide an odd window") << 7 << QList<int>(40, 1);
+    QTest::newRow("chunks slide a long window") << 1000 << QList<int>(30, 333);
+    QTest::newRow("a window of two") << 2 << QList<int>{1, 1, 1, 5, 1};
+    QTest::newRow("chunks longer than the window") << 100 << QList<int>{250, 7, 1000};
+}
+
+void tst_FilterAppends::decimatorLevelsKeepTheirPairsAsTheWindowMoves()
+{
+    QFETCH(int, capacity);
+    QFETCH(QList<int>, appends);
+
+    DecimatorU64 decimator;
+    BarPlotter plotter;
+    decimator.addPlotter(&plotter);
+    decimator.setCapacity(capacity);
+    QList<double> all;
+    unsigned seed = 20;
+    for (int count : appends) {
+        const QList<double> values = someValues(count, seed++);
+        decimator.appendData(values);
+        all += values;
+    }
+    const qsizetype dropped = std::max<qsizetype>(all.size() - capacity, 0);
+    const QList<QList<double>> expected = fixedPairLevels(all.mid(dropped), dropped);
+    const QString difference = levelsDiffer(decimator.decimator().levels(), expected);
+    QVERIFY2(difference.isEmpty(), qPrintable(difference));
+    QVERIFY(sameValues(plotter.data(), decimator.data()));
+}
+
+void tst_FilterAppends::aWindowStaysBoundedInMemory()
+{
+    Tree tree(maker<Filter1D>());
+    tree.root->setCapacity(10000);
+    const QList<double> chunk = someValues(1000, 30);
+    for (int i = 0; i < 200; ++i)
+        tree.root->appendData(chunk);
+    QCOMPARE(tree.root->data().size(), 10000);
+    QCOMPARE(tree.childPlotter.data().size(), 10000);
+    // Room for the window and one chunk's growth, not for the 200 000 values streamed.
+    QVERIFY2(tree.root->data().capacity() < 40000, qPrintable(QString::number(tree.root->data().capacity())));
+    QVERIFY(tree.childPlotter.data().capacity() < 40000);
+}
+
+void tst_FilterAppends::badCapacitiesWarn()
+{
+    Tree tree(maker<Filter1D>());
+    tree.root->setData(someValues(100, 31));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("capacity: -5 is negative; using 0"));
+    tree.root->setCapacity(-5);
+    QCOMPARE(tree.root->capacity(), 0);
+    QCOMPARE(tree.root->data().size(), 100);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("capacity: ignored on a node fed by a parent"));
+    tree.child.setCapacity(10);
+    QCOMPARE(tree.child.data().size(), 100);
 }
 
 QTEST_MAIN(tst_FilterAppends)

@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Vexal developers
 // SPDX-License-Identifier: MIT
-// Streams arbitrary appends, replacements and clears into a filter tree (root
-// -> identity child -> plotter) and checks it against a model tree that is
-// given the whole input each time: the same outputs and plotter data, and for
-// DecimatorU64 the fixed-pair levels once values were appended.
+// Streams arbitrary appends, replacements, clears and capacities into a filter
+// tree (root -> identity child -> plotter) and checks it against a model tree
+// that is given the whole kept input each time: the same outputs and plotter
+// data, and for DecimatorU64 the fixed-pair levels (counted from the first
+// value held, dropped ones included) once values were appended or dropped.
 #include "filterkinds.h"
 #include "fuzzapplication.h"
 #include "fuzzinput.h"
@@ -38,13 +39,26 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     FuzzInput in(data, size);
     const auto kind = Kind(in.pick(KindCount));
     Tree streamed(kind);
-    QList<double> all;     // the whole input so far
-    bool appended = false; // values were appended since the last replacement
+    const bool pairs = kind == FixedDecimatorPairs || kind == MinimalWidth;
+    QList<double> all;     // the whole input kept so far
+    bool appended = false; // values were appended or dropped since the last replacement
+    qsizetype dropped = 0; // values dropped since the decimator began grouping fixed pairs
     // A moving average's depth applies from the next change of its input on.
     const auto depthNow = [&] {
         return kind == MovingAverage ? static_cast<MovingAverageU64 &>(*streamed.root).depth() : 0;
     };
     int depthUsed = depthNow(); // the depth of the last change
+    // What the root's capacity leaves of an append or a lower capacity.
+    const auto keepNewest = [&] {
+        const qsizetype capacity = streamed.root->capacity();
+        if (capacity == 0 || all.size() <= capacity)
+            return;
+        const qsizetype count = all.size() - capacity;
+        all.remove(0, count);
+        dropped = appended ? dropped + count : 0; // a first drop regroups from the values kept
+        appended = true;
+        depthUsed = depthNow();
+    };
     in.runSteps(MaxSteps, {
         [&] {
             const QList<double> values = in.values(MaxValues);
@@ -54,23 +68,31 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
                 appended = true;
                 depthUsed = depthNow();
             }
+            keepNewest();
         },
         [&] {
             // Lists that a filter ignores (empty, or without a whole pair for
             // the pair filters) keep its old output: not modelled here.
             const QList<double> values = in.values(MaxValues);
-            const bool pairs = kind == FixedDecimatorPairs || kind == MinimalWidth;
-            if (values.size() < (pairs ? 2 : 1))
+            const qsizetype capacity = streamed.root->capacity();
+            if (values.size() < (pairs ? 2 : 1) || (capacity > 0 && capacity < (pairs ? 2 : 1)))
                 return;
             streamed.root->setData(values);
-            all = values;
+            all = capacity > 0 ? values.last(std::min(capacity, values.size())) : values;
             appended = false;
+            dropped = 0;
             depthUsed = depthNow();
         },
         [&] {
             streamed.root->clear();
             all.clear();
             appended = false;
+            dropped = 0;
+        },
+        [&] {
+            // Even for the pair filters, so that their windows hold whole pairs.
+            streamed.root->setCapacity(pairs ? 2 * int(in.pick(100)) : int(in.pick(200)));
+            keepNewest();
         },
         [&] {
             if (kind == MovingAverage)
@@ -88,7 +110,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         const QList<QList<double>> &levels = static_cast<DecimatorU64 &>(*streamed.root).decimator().levels();
         FUZZ_CHECK(VexalTest::sameValues(levels.first(), all));
         if (appended) {
-            const QList<QList<double>> expected = VexalTest::fixedPairLevels(all);
+            const QList<QList<double>> expected = VexalTest::fixedPairLevels(all, dropped);
             FUZZ_CHECK(levels.size() == expected.size());
             for (qsizetype k = 0; k < levels.size(); ++k)
                 FUZZ_CHECK(VexalTest::sameValues(levels[k], expected[k]));

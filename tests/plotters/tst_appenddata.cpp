@@ -6,6 +6,7 @@
 #include <vexal/areaplotter.h>
 #include <vexal/barplotter.h>
 #include <vexal/barplotterdx.h>
+#include <vexal/filter1d.h>
 #include <vexal/ichartarea.h>
 #include <vexal/lineplotter.h>
 #include "plotterscene.h"
@@ -70,6 +71,8 @@ private slots:
     void appendedPictureEqualsTheWholeList();
     void manyAppendsToALongSeriesShowTheNewPeaks_data();
     void manyAppendsToALongSeriesShowTheNewPeaks();
+    void aSlidingWindowShowsLikeItsValuesSetWhole_data();
+    void aSlidingWindowShowsLikeItsValuesSetWhole();
 };
 
 void tst_AppendData::areaWidensByOneCellPerValue_data()
@@ -217,6 +220,45 @@ void tst_AppendData::manyAppendsToALongSeriesShowTheNewPeaks()
         QVERIFY2(found, qPrintable(QStringLiteral("appended peak %1 is lost").arg(peak)));
     }
     PLOTTER_COMPARE_PIXEL(image, QPoint(145, row), background);
+}
+
+void tst_AppendData::aSlidingWindowShowsLikeItsValuesSetWhole_data()
+{
+    QTest::addColumn<QByteArray>("type");
+    QTest::newRow("bars of a window show like its values") << QByteArray("BarPlotter");
+    QTest::newRow("areas of a window show like its values") << QByteArray("AreaPlotter");
+    QTest::newRow("lines of a window show like its values") << QByteArray("LinePlotter");
+}
+
+void tst_AppendData::aSlidingWindowShowsLikeItsValuesSetWhole()
+{
+    QFETCH(QByteArray, type);
+    PlotterTest::failOnOpenGLErrors();
+    QuickScene scene(seriesScene(type));
+    QVERIFY(scene.isReady());
+    auto *series = scene.find<IPlotter1D>("series");
+    // Ten values over x 0 to 10, then five more: the window of ten keeps the
+    // last ten, over x 5 to 15, the high first ones gone.
+    Filter1D root;
+    root.setCapacity(10);
+    root.setArea(QRectF(0, 0, 10, 0));
+    root.addPlotter(series);
+    root.setData(QList<double>(10, 9.0));
+    scene.grab(); // a frame of the first values: the drop must replace what it drew
+    const QList<double> tail = ramp(5, 1);
+    root.appendData(tail);
+    QCOMPARE(series->plotterArea().left(), 5.0);
+    QCOMPARE(series->plotterArea().right(), 15.0);
+    const QImage windowed = scene.grab();
+    PLOTTER_COMPARE_PIXEL(windowed, PlotterTest::pixelOf(2.5, 1), background);
+    PLOTTER_COMPARE_PIXEL(windowed, PlotterTest::pixelOf(7.5, 8.95), QColor(Qt::red));
+
+    root.removePlotter(series);
+    series->setData({});
+    series->setPlotterArea(QRectF(5, 0, 10, 0));
+    series->setData(QList<double>(5, 9.0) + tail);
+    QByteArray where;
+    QVERIFY2(samePicture(windowed, scene.grab(), where), where.constData());
 }
 
 VEXAL_GL_TEST_MAIN(tst_AppendData)
