@@ -4,6 +4,7 @@
 
 #include "filters/roundedgroups_p.h"
 #include "core/cellgrid_p.h"
+#include "core/slidingwindow_p.h"
 
 #include <QtCore/QDebug>
 
@@ -141,7 +142,7 @@ void DecimatorFilter<T>::dropFront(qsizetype count)
         return;
     const qsizetype before = m_origin;
     m_origin += count;
-    input.remove(0, count); // a front erase: no cell moves
+    Vexal::dropFront(input, count);
     if (input.isEmpty() || m_factor != 2.0 || !m_fixedPairs) {
         const QList<T> kept = input;
         m_levels = {QList<T>()};
@@ -157,7 +158,7 @@ void DecimatorFilter<T>::dropFront(qsizetype count)
     qsizetype k = 1;
     for (; k < m_levels.size() && m_levels[k - 1].size() > 1; ++k) {
         QList<T> &level = m_levels[k];
-        level.remove(0, (m_origin >> k) - (before >> k));
+        Vexal::dropFront(level, (m_origin >> k) - (before >> k));
         const QList<T> &below = m_levels[k - 1];
         const bool alone = ((m_origin >> (k - 1)) & 1) || below.size() == 1;
         level.first() = alone ? atLeast(below[0], T(0)) : atLeast(below[1], atLeast(below[0], T(0)));

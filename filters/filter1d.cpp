@@ -5,6 +5,7 @@
 #include <vexal/iplotter1d.h>
 #include "core/cellgrid_p.h"
 #include "core/numeric_p.h"
+#include "core/slidingwindow_p.h"
 
 #include <QtCore/QDebug>
 #include <QtCore/QSet>
@@ -291,11 +292,11 @@ void Filter1D::handDownTail(qsizetype first)
 bool Filter1D::_drop_front(qsizetype count)
 {
     if (!keepsRootInput) {
-        m_data.remove(0, count); // the identity; a front erase moves no values
+        Vexal::dropFront(m_data, count); // the identity
         return true;
     }
     if (!m_parentFilter)
-        m_input.remove(0, count);
+        Vexal::dropFront(m_input, count);
     _filter_func(inputValues());
     return false;
 }

@@ -5,6 +5,7 @@
 #include <vexal/ichartarea.h>
 #include <vexal/sprogramshaderdefinition.h>
 #include "core/numeric_p.h"
+#include "core/slidingwindow_p.h"
 #include "plotters/glhelpers_p.h"
 #include "plotters/gpuarrays_p.h"
 #include "plotters/persharegroup_p.h"
@@ -267,7 +268,7 @@ void IPlotter::dropFront(qsizetype count)
     // unshared and moves a pointer instead of the values.
     QList<double> kept = std::move(m_data);
     m_data = QList<double>();
-    kept.remove(0, count);
+    Vexal::dropFront(kept, count);
     setData(kept);
 }
 

@@ -5,7 +5,8 @@ import VexalPlugin 1.0
 
 // Live data at a 1 ms interval, one source accumulating (append) and one
 // replacing, through a decimator and a moving average into three plotters,
-// while a driver zooms, pans, hides and recolours them.
+// and a stream of 100 000 values a second into a full sliding window of
+// 1e7 values, while a driver zooms, pans, hides and recolours them.
 VexalQML {
     id: view
     width: 800
@@ -24,6 +25,8 @@ VexalQML {
     BarPlotter { id: bars; name: "growing"; chartArea: view.refChartArea }
     AreaPlotter { id: smoothed; name: "smoothed"; chartArea: view.refChartArea; zOrder: 1 }
     BarPlotter { id: noise; name: "noise"; chartArea: view.refChartArea; color: "orange"; zOrder: 2 }
+    DecimatorU64 { id: window; chartArea: view.refChartArea; capacity: 10000000; area: Qt.rect(0, 0, 4096, 0) }
+    BarPlotter { id: windowBars; name: "window"; chartArea: view.refChartArea; color: "seagreen"; zOrder: 3 }
     BarDecorator { id: decorator; chartArea: view.refChartArea; active: true; plotters: [bars, noise] }
 
     Component.onCompleted: {
@@ -32,6 +35,17 @@ VexalQML {
         replacing.addFilter(average)
         average.addPlotter(smoothed)
         replacing.addPlotter(noise)
+        window.addPlotter(windowBars)
+        // Full before the first second is measured: memory must stay flat from there on.
+        window.data = Array.from({ length: window.capacity }, () => Math.random() * 100)
+    }
+
+    // 1 000 values every 10 ms: each append drops as many at the front.
+    Timer {
+        interval: 10
+        repeat: true
+        running: true
+        onTriggered: window.appendData(Array.from({ length: 1000 }, () => Math.random() * 100))
     }
 
     readonly property var colours: ["orange", "steelblue", "seagreen", "crimson"]
