@@ -254,6 +254,7 @@ public:
     virtual void hand(const QList<double> &values) = 0;    // timed: hand the values over
     virtual void showRange(double left, double width) = 0; // timed: zoom or pan
     virtual void append(const QList<double> &values) = 0;  // timed: values appended to the series
+    virtual void setCapacity(qint64 capacity) = 0;         // untimed: the most values the series keeps
 };
 
 class VexalChart : public ChartUnderTest
@@ -268,6 +269,7 @@ public:
                           "  ChartArea { objectName: 'chart'; anchors.fill: parent }\n")
             + (m_line ? "  LinePlotter { objectName: 'plotter' }\n" : "  BarPlotter { objectName: 'plotter' }\n")
             + "  DecimatorU64 { objectName: 'decimator' }\n"
+              "  Filter1D { objectName: 'window' }\n"
               "}\n";
     }
 
@@ -276,6 +278,7 @@ public:
         m_chart = root->findChild<ChartArea *>(QStringLiteral("chart"));
         m_plotter = root->findChild<IPlotter1D *>(QStringLiteral("plotter"));
         m_decimator = root->findChild<DecimatorU64 *>(QStringLiteral("decimator"));
+        m_window = root->findChild<Filter1D *>(QStringLiteral("window"));
         m_plotter->setChartArea(m_chart);
         const QRectF area(0, 0, double(n), 1);
         if (m_decimator && m_decimated) {
@@ -291,8 +294,8 @@ public:
 
     void hand(const QList<double> &values) override
     {
-        if (m_decimated)
-            m_decimator->setData(values);
+        if (Filter1D *root = rootFilter())
+            root->setData(values);
         else
             m_plotter->setData(values);
     }
@@ -307,18 +310,33 @@ public:
     void append(const QList<double> &values) override
     {
         m_chart->setFollow(true);
-        if (m_decimated)
-            m_decimator->appendData(values);
+        if (Filter1D *root = rootFilter())
+            root->appendData(values);
         else
             m_plotter->appendData(values);
     }
 
+    // The decimator keeps the window; a line gets an identity filter that keeps it.
+    void setCapacity(qint64 capacity) override
+    {
+        if (!m_decimated) {
+            m_window->setArea(m_plotter->plotterArea());
+            m_window->addPlotter(m_plotter);
+            m_windowed = true;
+        }
+        rootFilter()->setCapacity(int(capacity));
+    }
+
 private:
+    Filter1D *rootFilter() const { return m_decimated ? m_decimator : m_windowed ? m_window : nullptr; }
+
     bool m_decimated;                   // values pass through the decimator
+    bool m_windowed = false;            // values pass through the window filter
     bool m_line;                        // a LinePlotter instead of a BarPlotter
     ChartArea *m_chart = nullptr;       // the chart item
     IPlotter1D *m_plotter = nullptr;       // the plotter
     DecimatorU64 *m_decimator = nullptr; // the pyramid between values and plotter
+    Filter1D *m_window = nullptr;        // the sliding window in front of a line, when it has a capacity
 };
 
 class QtChartsChart : public ChartUnderTest
@@ -352,6 +370,7 @@ public:
     void hand(const QList<double> &values) override
     {
         m_series->replace(pointsFor(values));
+        m_next = values.size();
     }
 
     void showRange(double left, double width) override
@@ -362,13 +381,19 @@ public:
     // QXYSeries::append of the new points, the x axis widened to show all.
     void append(const QList<double> &values) override
     {
-        const qsizetype first = m_series->count();
         QList<QPointF> points(values.size());
         for (qsizetype i = 0; i < values.size(); ++i)
-            points[i] = QPointF(double(first + i), values[i]);
+            points[i] = QPointF(double(m_next + i), values[i]);
+        m_next += values.size();
         m_series->append(points);
-        m_x->setRange(0, double(first + values.size()));
+        const qsizetype over = m_capacity > 0 ? m_series->count() - m_capacity : 0;
+        if (over > 0)
+            m_series->removePoints(0, int(over));
+        m_x->setRange(double(m_next - m_series->count()), double(m_next));
     }
+
+    // Points beyond the capacity are removed from the front after each append.
+    void setCapacity(qint64 capacity) override { m_capacity = capacity; }
 
     // The peer takes points, so the points are built before timing.
     void preparePoints(const QList<double> &values)
@@ -385,6 +410,8 @@ private:
     QXYSeries *m_series = nullptr;                      // the LineSeries
     QValueAxis *m_x = nullptr;                          // its x axis
     QHash<const double *, QList<QPointF>> m_points;     // prepared points per value list
+    qint64 m_capacity = 0;                              // most points kept; 0 = no limit
+    qint64 m_next = 0;                                  // x of the next point appended
 };
 
 //-----------------------------------------------------------------------------
@@ -512,25 +539,41 @@ int runDeepChild(System system, qint64 n, quint64 seed)
 }
 
 // Streaming: every 20 ms a chunk of 1 000 values is appended until the series
-// holds n (or the time limit is reached). Reports the time spent in each
-// append call, the frames per second over the run and the peak memory.
+// was given n (or the time limit is reached), after prefill values handed
+// over as a whole list, into a series that keeps at most capacity values (0:
+// all). Reports the time spent in each append call, the frames per second
+// over the run, the resident memory when streaming starts and ends, and the
+// peak memory.
 constexpr int StreamChunk = 1000;
 constexpr int StreamIntervalMs = 20;
-constexpr qint64 StreamLimitMs = 300000;
 
-int runStreamChild(System system, qint64 n, quint64 seed)
+struct StreamPlan
+{
+    qint64 capacity = 0;         // most values the series keeps; 0 = no limit
+    qint64 prefill = 0;          // values handed over before streaming
+    qint64 limitMs = 300000;     // the longest a run streams
+};
+
+int runStreamChild(System system, qint64 n, quint64 seed, const StreamPlan &plan)
 {
     const bool empty = system == System::EmptyChart;
     ChildChart c;
     // The empty chart spans one unit, so that its zoom can change.
-    if (!c.open(system, empty ? 1 : 0))
+    if (!c.open(system, empty ? 1 : plan.prefill))
         return 1;
+    if (!empty && plan.capacity > 0)
+        c.chart->setCapacity(plan.capacity);
+    if (!empty && plan.prefill > 0) {
+        c.chart->hand(c.values(seed + 1));
+        c.clock->waitIdle(100);
+    }
     const QList<double> chunk = makeValues(StreamChunk, seed);
     int frames = 0;
     QObject::connect(&c.window, &QQuickWindow::frameSwapped, &c.window, [&frames] { ++frames; },
                      Qt::DirectConnection);
     QList<double> appendMs;
-    qint64 held = 0;
+    qint64 held = empty ? 0 : plan.prefill;
+    const qint64 startKiB = statusKiB("VmRSS");
     QElapsedTimer run;
     run.start();
     QTimer tick;
@@ -544,17 +587,22 @@ int runStreamChild(System system, qint64 n, quint64 seed)
             c.chart->append(chunk);
         appendMs.append(double(call.nsecsElapsed()) / 1e6);
         held += StreamChunk;
-        if (held >= n || run.elapsed() > StreamLimitMs)
+        if (held >= n || run.elapsed() > plan.limitMs)
             QCoreApplication::quit();
     });
     frames = 0;
     tick.start();
     QCoreApplication::exec();
     QJsonObject result;
+    QList<double> sorted = appendMs;
+    std::sort(sorted.begin(), sorted.end());
     result[QStringLiteral("appendMedian")] = median(appendMs);
-    result[QStringLiteral("appendMax")] = appendMs.isEmpty() ? qQNaN() : *std::max_element(appendMs.cbegin(), appendMs.cend());
+    result[QStringLiteral("appendP99")] = sorted.isEmpty() ? qQNaN() : sorted[(sorted.size() - 1) * 99 / 100];
+    result[QStringLiteral("appendMax")] = sorted.isEmpty() ? qQNaN() : sorted.last();
     result[QStringLiteral("fps")] = double(frames) * 1000.0 / double(run.elapsed());
     result[QStringLiteral("held")] = double(held);
+    result[QStringLiteral("startMiB")] = double(startKiB) / 1024.0;
+    result[QStringLiteral("endMiB")] = double(statusKiB("VmRSS")) / 1024.0;
     result[QStringLiteral("peakMiB")] = double(statusKiB("VmHWM")) / 1024.0;
     result[QStringLiteral("renderer")] = c.clock->renderer();
     printResult(result);
@@ -600,7 +648,8 @@ struct Figures
     QList<double> first, zoomMedian, zoomMax, live, memory; // one entry per repetition
     QList<QList<double>> deep;                             // per deep zoom step, one entry per repetition
     QList<double> peakMiB;                                 // peak resident memory, one entry per repetition
-    QList<double> appendMedian, appendMax, fps, held;      // streaming: per repetition
+    QList<double> appendMedian, appendP99, appendMax;      // streaming: per repetition
+    QList<double> fps, held, startMiB, endMiB;             // streaming: per repetition
     bool ran = false;                                      // at least one child reported
     QString renderer;                                      // as the children saw it
 };
@@ -617,7 +666,7 @@ QList<double> toList(const QJsonArray &array)
 QList<System> selectedSystems;
 
 Figures runChildren(System system, qint64 n, int repetitions, const QString &program,
-                    const QString &mode = QString())
+                    const QStringList &options = {})
 {
     Figures figures;
     if (!selectedSystems.contains(system))
@@ -627,8 +676,7 @@ Figures runChildren(System system, qint64 n, int repetitions, const QString &pro
         child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         QStringList arguments{QStringLiteral("--child"), QString::fromLatin1(systemName(system)),
                               QString::number(n), QStringLiteral("--seed"), QStringLiteral("42")};
-        if (!mode.isEmpty())
-            arguments.append(mode);
+        arguments.append(options);
         child.start(program, arguments);
         if (!child.waitForFinished(30 * 60 * 1000)) {
             child.kill();
@@ -652,9 +700,11 @@ Figures runChildren(System system, qint64 n, int repetitions, const QString &pro
             for (qsizetype i = 0; i < deepSteps.size(); ++i)
                 figures.deep[i].append(deepSteps[i]);
             figures.peakMiB.append(o[QStringLiteral("peakMiB")].toDouble());
-            for (const auto &[key, list] : {std::pair{"appendMedian", &figures.appendMedian},
-                                            std::pair{"appendMax", &figures.appendMax},
-                                            std::pair{"fps", &figures.fps}, std::pair{"held", &figures.held}})
+            for (const auto &[key, list] :
+                 {std::pair{"appendMedian", &figures.appendMedian}, std::pair{"appendP99", &figures.appendP99},
+                  std::pair{"appendMax", &figures.appendMax}, std::pair{"fps", &figures.fps},
+                  std::pair{"held", &figures.held}, std::pair{"startMiB", &figures.startMiB},
+                  std::pair{"endMiB", &figures.endMiB}})
                 list->append(o[QLatin1String(key)].toDouble());
             figures.renderer = o[QStringLiteral("renderer")].toString();
             figures.ran = true;
@@ -769,10 +819,10 @@ int runDeepParent(const QList<qint64> &sizes, int repetitions, qint64 peerLimit,
            "--------------", "--------------", "--------------");
     bool complete = true;
     for (qint64 n : sizes) {
-        const Figures ours = runChildren(System::Vexal, n, repetitions, program, QStringLiteral("--deep"));
-        const Figures raw = n <= rawLimit ? runChildren(System::VexalRaw, n, repetitions, program, QStringLiteral("--deep")) : Figures{};
-        const Figures line = runChildren(System::VexalLine, n, repetitions, program, QStringLiteral("--deep"));
-        const Figures peer = n <= peerLimit ? runChildren(System::QtCharts, n, repetitions, program, QStringLiteral("--deep")) : Figures{};
+        const Figures ours = runChildren(System::Vexal, n, repetitions, program, {QStringLiteral("--deep")});
+        const Figures raw = n <= rawLimit ? runChildren(System::VexalRaw, n, repetitions, program, {QStringLiteral("--deep")}) : Figures{};
+        const Figures line = runChildren(System::VexalLine, n, repetitions, program, {QStringLiteral("--deep")});
+        const Figures peer = n <= peerLimit ? runChildren(System::QtCharts, n, repetitions, program, {QStringLiteral("--deep")}) : Figures{};
         const QString notRun = QStringLiteral("not run");
         const auto row = [&](const char *label, const QList<double> Figures::*field) {
             printf("| %-26s | %9s | %12s | %12s | %12s | %12s |\n", label,
@@ -798,41 +848,84 @@ int runDeepParent(const QList<qint64> &sizes, int repetitions, qint64 peerLimit,
     return complete ? 0 : 1;
 }
 
-// The streaming table: for each length, the time of an append, the frame
-// rate against an empty chart's over as long a run, and the peak memory.
-int runStreamParent(const QList<qint64> &sizes, int repetitions)
+// One streaming run of every system: its name in the table, the values
+// given in all, and how they are given.
+struct StreamCase
+{
+    QString name;         // first column of its rows
+    qint64 n = 0;         // values given in all, the prefill included
+    StreamPlan plan;      // capacity, prefill and time limit
+    bool peer = true;     // Qt Charts runs it too
+};
+
+QStringList streamOptions(const StreamPlan &plan)
+{
+    return {QStringLiteral("--stream"), QStringLiteral("--capacity"), QString::number(plan.capacity),
+            QStringLiteral("--prefill"), QString::number(plan.prefill), QStringLiteral("--limit-ms"),
+            QString::number(plan.limitMs)};
+}
+
+// The streaming table: for each case, the time of an append, the frame rate
+// against an empty chart's over as long a run, and the memory.
+int runStreamParent(const QList<StreamCase> &cases, int repetitions)
 {
     const QString program = QCoreApplication::applicationFilePath();
-    const QString mode = QStringLiteral("--stream");
-    printf("\n| %-34s | %9s | %12s | %12s | %12s |\n", "streaming: 1 000 values every 20 ms", "N",
-           "Vexal", "Vexal line", "Qt Charts");
-    printf("|%s|%s|%s|%s|%s|\n", "------------------------------------", "-----------", "--------------",
-           "--------------", "--------------");
+    printf("\n| %-34s | %-20s | %12s | %12s | %12s |\n", "streaming: 1 000 values every 20 ms", "run", "Vexal",
+           "Vexal line", "Qt Charts");
+    printf("|%s|%s|%s|%s|%s|\n", "------------------------------------", "----------------------",
+           "--------------", "--------------", "--------------");
     bool complete = true;
-    for (qint64 n : sizes) {
-        const Figures empty = runChildren(System::EmptyChart, n, repetitions, program, mode);
-        const Figures ours = runChildren(System::Vexal, n, repetitions, program, mode);
-        const Figures line = runChildren(System::VexalLine, n, repetitions, program, mode);
-        const Figures peer = runChildren(System::QtCharts, n, repetitions, program, mode);
+    for (const StreamCase &run : cases) {
+        const QStringList options = streamOptions(run.plan);
+        const Figures empty = runChildren(System::EmptyChart, run.n, repetitions, program, options);
+        const Figures ours = runChildren(System::Vexal, run.n, repetitions, program, options);
+        const Figures line = runChildren(System::VexalLine, run.n, repetitions, program, options);
+        const Figures peer = run.peer ? runChildren(System::QtCharts, run.n, repetitions, program, options) : Figures{};
+        const QString notRun = run.peer ? QString() : QStringLiteral("not run");
         const auto row = [&](const char *label, const QList<double> Figures::*field) {
-            printf("| %-34s | %9s | %12s | %12s | %12s |\n", label, qPrintable(QString::number(double(n), 'g', 2)),
-                   qPrintable(cell(ours, field)), qPrintable(cell(line, field)), qPrintable(cell(peer, field)));
+            printf("| %-34s | %-20s | %12s | %12s | %12s |\n", label, qPrintable(run.name),
+                   qPrintable(cell(ours, field)), qPrintable(cell(line, field)),
+                   qPrintable(notRun.isEmpty() ? cell(peer, field) : notRun));
         };
-        row("values held at the end", &Figures::held);
+        row("values given at the end", &Figures::held);
         row("append median (ms)", &Figures::appendMedian);
+        row("append 99th percentile (ms)", &Figures::appendP99);
         row("append max (ms)", &Figures::appendMax);
         row("frames per second", &Figures::fps);
-        printf("| %-34s | %9s | %12s | %12s | %12s |\n", "  empty chart, same run (fps)",
-               qPrintable(QString::number(double(n), 'g', 2)), qPrintable(cell(empty, &Figures::fps)), "", "");
+        printf("| %-34s | %-20s | %12s | %12s | %12s |\n", "  empty chart, same run (fps)", qPrintable(run.name),
+               qPrintable(cell(empty, &Figures::fps)), "", "");
+        row("RSS when streaming starts (MiB)", &Figures::startMiB);
+        row("RSS when streaming ends (MiB)", &Figures::endMiB);
         row("peak RSS (MiB)", &Figures::peakMiB);
         complete = complete && ranIfSelected(System::Vexal, ours) && ranIfSelected(System::VexalLine, line)
-                   && ranIfSelected(System::QtCharts, peer) && empty.ran;
+                   && (!run.peer || ranIfSelected(System::QtCharts, peer)) && empty.ran;
     }
-    printf("\nVexal: a DecimatorU64 into a BarPlotter; line: a LinePlotter; both views follow the data.\n"
-           "Qt Charts: QXYSeries::append on an OpenGL LineSeries, the x axis widened to the data.\n"
-           "A run stops at N values or after %lld s (\"values held\" then tells how far it got).\n",
-           qlonglong(StreamLimitMs / 1000));
+    printf("\nVexal: a DecimatorU64 into a BarPlotter; line: a LinePlotter (behind a Filter1D when it has a\n"
+           "capacity); both views follow the data. Qt Charts: QXYSeries::append on an OpenGL LineSeries (and\n"
+           "removePoints beyond a capacity), the x axis set to the points held. A run stops when the values\n"
+           "given reach N or at its time limit (\"values given\" then tells how far it got); \"prefilled\"\n"
+           "runs hand over all but their last values as one list first; a \"window\" keeps only the newest.\n");
     return complete ? 0 : 1;
+}
+
+// The standard streaming runs: from empty up to each length.
+QList<StreamCase> growingRuns(const QList<qint64> &sizes)
+{
+    QList<StreamCase> cases;
+    for (qint64 n : sizes)
+        cases.append({QStringLiteral("up to %1").arg(double(n), 0, 'g', 2), n, StreamPlan{}, true});
+    return cases;
+}
+
+// The long runs: the last 30 s before 1e8 values, and a full window of 1e7
+// streaming for a minute (with --short: of 1e5, for a second).
+QList<StreamCase> windowRuns(bool brief)
+{
+    if (brief)
+        return {{QStringLiteral("window 1e+05"), 150000, StreamPlan{100000, 100000, 20000}, true}};
+    const qint64 lastValues = 30 * 1000 / StreamIntervalMs * StreamChunk;
+    return {{QStringLiteral("prefilled to 1e+08"), 100000000, StreamPlan{0, 100000000 - lastValues, 60000}, false},
+            {QStringLiteral("window 1e+07"), 13000000, StreamPlan{10000000, 10000000, 90000}, true}};
 }
 
 } // namespace
@@ -859,7 +952,17 @@ int main(int argc, char **argv)
                                      QStringLiteral("list"));
     const QCommandLineOption stream(QStringLiteral("stream"),
                                     QStringLiteral("Only the streaming rows, up to 1e6 and 1e7 values (1e5 with --short)."));
-    parser.addOptions({shortMode, reps, child, seed, deep, systems, stream});
+    const QCommandLineOption streamWindow(
+        QStringLiteral("stream-window"),
+        QStringLiteral("Only the long streaming rows: the last 30 s up to 1e8 values, and a window of 1e7 values "
+                       "(1e5 with --short)."));
+    const QCommandLineOption capacity(QStringLiteral("capacity"), QStringLiteral("Internal: values a stream keeps."),
+                                      QStringLiteral("count"), QStringLiteral("0"));
+    const QCommandLineOption prefill(QStringLiteral("prefill"), QStringLiteral("Internal: values before a stream."),
+                                     QStringLiteral("count"), QStringLiteral("0"));
+    const QCommandLineOption limitMs(QStringLiteral("limit-ms"), QStringLiteral("Internal: a stream's longest run."),
+                                     QStringLiteral("ms"), QStringLiteral("300000"));
+    parser.addOptions({shortMode, reps, child, seed, deep, systems, stream, streamWindow, capacity, prefill, limitMs});
     parser.process(app);
     const QStringList wanted = parser.value(systems).split(QLatin1Char(','), Qt::SkipEmptyParts);
     for (System s : {System::Vexal, System::VexalRaw, System::VexalLine, System::QtCharts, System::BareWindow,
@@ -871,9 +974,11 @@ int main(int argc, char **argv)
 
     if (parser.isSet(child)) {
         const QString name = parser.value(child);
+        const StreamPlan plan{parser.value(capacity).toLongLong(), parser.value(prefill).toLongLong(),
+                              parser.value(limitMs).toLongLong()};
         if (parser.isSet(stream) && name == QLatin1String(systemName(System::EmptyChart)))
             return runStreamChild(System::EmptyChart, parser.positionalArguments().value(0).toLongLong(),
-                                  parser.value(seed).toULongLong());
+                                  parser.value(seed).toULongLong(), plan);
         for (System floor : {System::BareWindow, System::EmptyChart}) {
             if (name == QLatin1String(systemName(floor)))
                 return runFloorChild(floor);
@@ -885,12 +990,14 @@ int main(int argc, char **argv)
         const qint64 n = parser.positionalArguments().value(0).toLongLong();
         const quint64 seedValue = parser.value(seed).toULongLong();
         if (parser.isSet(stream))
-            return runStreamChild(system, n, seedValue);
+            return runStreamChild(system, n, seedValue, plan);
         return parser.isSet(deep) ? runDeepChild(system, n, seedValue) : runChild(system, n, seedValue);
     }
     // One repetition: a run at 1e7 streams for over three minutes per system.
     if (parser.isSet(stream))
-        return runStreamParent(parser.isSet(shortMode) ? QList<qint64>{100000} : QList<qint64>{1000000, 10000000}, 1);
+        return runStreamParent(growingRuns(parser.isSet(shortMode) ? QList<qint64>{100000} : QList<qint64>{1000000, 10000000}), 1);
+    if (parser.isSet(streamWindow))
+        return runStreamParent(windowRuns(parser.isSet(shortMode)), 1);
     if (parser.isSet(deep)) {
         if (parser.isSet(shortMode))
             return runDeepParent({100000}, 1, 100000, 100000);
