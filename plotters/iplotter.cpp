@@ -266,9 +266,13 @@ void IPlotter::dropFront(qsizetype count)
     }
     // Taken out of m_data first, so that the front erase finds the list
     // unshared and moves a pointer instead of the values.
-    QList<double> kept = std::move(m_data);
-    m_data = QList<double>();
+    QList<double> kept = std::exchange(m_data, QList<double>());
     Vexal::dropFront(kept, count);
+    takeFrontDrop(kept, count);
+}
+
+void IPlotter::takeFrontDrop(const QList<double> &kept, qsizetype)
+{
     setData(kept);
 }
 

@@ -233,6 +233,10 @@ protected:
     // what they keep of the data up to date. The base does what a
     // replacement does.
     virtual void dataTailChanged(qsizetype firstChanged);
+    // The data lost their first count values and are now kept: takes them as
+    // setData does; a plotter that can drop the front of its reduction
+    // instead does that.
+    virtual void takeFrontDrop(const QList<double> &kept, qsizetype count);
     bool keepsDataWithoutChart = false;            // data given before a chart are kept, not dropped
 
     QList<double> m_data;                          // the series; shared, not copied

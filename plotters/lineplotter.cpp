@@ -195,14 +195,17 @@ void writeValueColumns(const QList<double> &values, qsizetype first, qsizetype l
     columns.finishColumn();
 }
 
-// Groups [first, last) of one level, size values each, drawn by pixel columns.
-void writeGroupColumns(const std::vector<Group> &groups, qsizetype size, qsizetype values, qsizetype first,
+// The groups of one level that hold values [first, last), drawn by pixel
+// columns: group j holds values [j * size - lead, (j + 1) * size - lead).
+void writeGroupColumns(const QList<Group> &groups, qsizetype size, qsizetype lead, qsizetype values, qsizetype first,
                        qsizetype last, const SegmentWriter &writer, QList<QVector2D> &out)
 {
     ColumnWriter columns(writer, out);
-    for (qsizetype j = first; j < std::min(last, qsizetype(groups.size())); ++j) {
-        const double centre = (double(j * size) + double(std::min((j + 1) * size, values) - 1)) / 2.0;
-        columns.take(writer.x(centre), groups[size_t(j)]);
+    const qsizetype end = std::min((last + lead + size - 1) / size, groups.size());
+    for (qsizetype j = (first + lead) / size; j < end; ++j) {
+        const qsizetype begin = std::max<qsizetype>(j * size - lead, 0);
+        const double centre = (double(begin) + double(std::min((j + 1) * size - lead, values) - 1)) / 2.0;
+        columns.take(writer.x(centre), groups[j]);
     }
     columns.finishColumn();
 }
@@ -255,8 +258,20 @@ void LinePlotter::setData(const QList<double> &data)
     if (Vexal::sameData(m_data, data))
         return;
     m_data = data;
-    markDataReplaced();
     m_pyramid->build(m_data);
+    showNewData();
+}
+
+void LinePlotter::takeFrontDrop(const QList<double> &kept, qsizetype count)
+{
+    m_data = kept;
+    m_pyramid->dropFront(m_data, count);
+    showNewData();
+}
+
+void LinePlotter::showNewData()
+{
+    markDataReplaced();
     storePlotterArea(withDataExtent(plotterArea()));
     emit dataChanged();
     requestChartUpdate();
@@ -343,9 +358,8 @@ void LinePlotter::buildVertices(Vexal::LineFrame &frame) const
         writeValueColumns(m_data, first, last, writer, frame.vertices);
         return;
     }
-    const qsizetype size = Vexal::LinePyramid::groupSize(level);
-    writeGroupColumns(m_pyramid->level(level), size, n, first / size, (last + size - 1) / size, writer,
-                      frame.vertices);
+    writeGroupColumns(m_pyramid->level(level), Vexal::LinePyramid::groupSize(level), m_pyramid->leadIn(level), n,
+                      first, last, writer, frame.vertices);
 }
 
 void LinePlotter::_fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area)

@@ -50,10 +50,14 @@ protected:
     void _fetch_render_layers(QList<SRenderLayerDefinition> &layers, const QRectF &area) override;
     void _update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer) override;
     void dataTailChanged(qsizetype firstChanged) override;
+    // Drops the front of the reduction too, at a cost that follows the values dropped.
+    void takeFrontDrop(const QList<double> &kept, qsizetype count) override;
     // The current chart's frame: the vertices of its view.
     Vexal::LineFrame &lineFrame() const;
 
 private:
+    // Takes data whose reduction is up to date, and shows them.
+    void showNewData();
     QRectF withDataExtent(QRectF area) const;
     void buildVertices(Vexal::LineFrame &frame) const;
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/linepyramid_p.h"
 
+#include "core/slidingwindow_p.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -100,36 +102,73 @@ qsizetype LinePyramid::groupSize(int k)
     return size;
 }
 
+int LinePyramid::countLevels(qsizetype values) const
+{
+    int count = 0;
+    for (qsizetype groups = values; groups > 1;) {
+        ++count;
+        const qsizetype size = groupSize(count);
+        groups = (values + leadIn(count) + size - 1) / size;
+    }
+    return count;
+}
+
 void LinePyramid::rebuildFrom(const QList<double> &values, qsizetype firstChanged)
 {
     // Levels keep their storage between builds: replacing data of the same
     // length touches no new pages.
     const qsizetype n = values.size();
-    size_t count = 0;
-    for (qsizetype m = n; m > 1; ++count) {
-        const qsizetype factor = factorAbove(int(count));
-        m = (m + factor - 1) / factor;
-    }
+    const int count = countLevels(n);
     m_levels.resize(count);
     if (count == 0)
         return;
-    std::vector<Group> &first = m_levels[0];
-    first.resize(size_t((n + FirstGroup - 1) / FirstGroup));
+    QList<Group> &first = m_levels[0];
+    const qsizetype lead = leadIn(1);
+    first.resize((n + lead + FirstGroup - 1) / FirstGroup);
     const double *raw = values.constData();
-    const qsizetype full = n / FirstGroup;
-    qsizetype changed = std::clamp<qsizetype>(firstChanged, 0, n) / FirstGroup; // first changed group of each level
-    for (qsizetype j = changed; j < full; ++j)
-        first[size_t(j)] = groupOfFullValues(raw + j * FirstGroup);
-    if (full * FirstGroup < n)
-        first.back() = groupOfValues(raw + full * FirstGroup, n - full * FirstGroup);
-    for (size_t k = 1; k < count; ++k) {
-        const std::vector<Group> &below = m_levels[k - 1];
-        const qsizetype m = qsizetype(below.size());
-        std::vector<Group> &next = m_levels[k];
-        next.resize(size_t((m + Factor - 1) / Factor));
-        changed /= Factor;
-        for (qsizetype i = changed * Factor; i < m; i += Factor)
-            next[size_t(i / Factor)] = mergedGroup(below.data() + i, std::min(Factor, m - i));
+    qsizetype changed = (std::clamp<qsizetype>(firstChanged, 0, n) + lead) / FirstGroup; // first changed group of each level
+    for (qsizetype j = changed; j < first.size(); ++j) {
+        const qsizetype begin = std::max<qsizetype>(j * FirstGroup - lead, 0);
+        const qsizetype end = std::min((j + 1) * FirstGroup - lead, n);
+        first[j] = end - begin == FirstGroup ? groupOfFullValues(raw + begin) : groupOfValues(raw + begin, end - begin);
+    }
+    for (int k = 2; k <= count; ++k) {
+        const QList<Group> &below = m_levels[k - 2];
+        QList<Group> &next = m_levels[k - 1];
+        const qsizetype dropped = droppedBelow(k);
+        const qsizetype m = below.size();
+        next.resize((m + dropped + Factor - 1) / Factor);
+        changed = (changed + dropped) / Factor;
+        for (qsizetype i = changed; i < next.size(); ++i) {
+            const qsizetype begin = std::max<qsizetype>(i * Factor - dropped, 0);
+            next[i] = mergedGroup(below.constData() + begin, std::min((i + 1) * Factor - dropped, m) - begin);
+        }
+    }
+}
+
+void LinePyramid::dropFront(const QList<double> &values, qsizetype count)
+{
+    if (count <= 0)
+        return;
+    const qsizetype before = m_origin;
+    m_origin += count;
+    m_levels.resize(countLevels(values.size())); // fewer values may need fewer levels
+    for (int k = 1; k <= levelCount(); ++k) {
+        QList<Group> &groups = m_levels[k - 1];
+        const qsizetype size = groupSize(k);
+        Vexal::dropFront(groups, std::min(m_origin / size - before / size, groups.size()));
+    }
+    refreshFirstGroups(values);
+}
+
+void LinePyramid::refreshFirstGroups(const QList<double> &values)
+{
+    if (m_levels.isEmpty())
+        return;
+    m_levels[0].first() = groupOfValues(values.constData(), std::min(FirstGroup - leadIn(1), values.size()));
+    for (int k = 2; k <= levelCount(); ++k) {
+        const QList<Group> &below = m_levels[k - 2];
+        m_levels[k - 1].first() = mergedGroup(below.constData(), std::min(Factor - droppedBelow(k), below.size()));
     }
 }
 
@@ -146,14 +185,15 @@ bool LinePyramid::range(const QList<double> &values, qsizetype first, qsizetype 
 {
     min = max = NaN;
     // Climbs while whole groups fit, reading the ragged ends on each level.
+    // Indices count from the first value ever held, as the groups do.
     int k = 0;
-    qsizetype a = std::max<qsizetype>(first, 0);
-    qsizetype b = std::min(last, values.size()); // [a, b) in units of level k
+    qsizetype a = std::max<qsizetype>(first, 0) + m_origin;
+    qsizetype b = std::min(last, values.size()) + m_origin; // [a, b) in units of level k
     const auto take = [&](qsizetype i) {
         if (k == 0) {
-            if (std::isfinite(values[i]))
-                widen(min, max, values[i], values[i]);
-        } else if (const Group &g = level(k)[size_t(i)]; !std::isnan(g.min)) {
+            if (const double v = values[i - m_origin]; std::isfinite(v))
+                widen(min, max, v, v);
+        } else if (const Group &g = level(k)[i - m_origin / groupSize(k)]; !std::isnan(g.min)) {
             widen(min, max, g.min, g.max);
         }
     };
@@ -178,8 +218,8 @@ bool LinePyramid::range(const QList<double> &values, qsizetype first, qsizetype 
 qsizetype LinePyramid::bytes() const
 {
     qsizetype total = 0;
-    for (const std::vector<Group> &level : m_levels)
-        total += qsizetype(level.capacity() * sizeof(Group));
+    for (const QList<Group> &level : m_levels)
+        total += level.capacity() * qsizetype(sizeof(Group));
     return total;
 }
 

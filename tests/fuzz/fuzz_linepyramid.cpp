@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Vexal developers
 // SPDX-License-Identifier: MIT
-// Feeds the line pyramid arbitrary series and index ranges, checking that its
-// answers equal a plain scan of the samples.
+// Feeds the line pyramid arbitrary series, drops at their front (a sliding
+// window) and index ranges, checking that its answers equal a plain scan of
+// the samples.
 #include "fuzzapplication.h"
 #include "fuzzinput.h"
 
@@ -31,11 +32,16 @@ bool scan(const QList<double> &values, qsizetype start, qsizetype end, double &m
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     FuzzInput in(data, size);
-    const QList<double> values = in.values(MaxValues);
+    QList<double> values = in.values(MaxValues);
     Vexal::LinePyramid pyramid;
     pyramid.build(values);
+    for (int drops = in.pick(4); drops > 0; --drops) {
+        const qsizetype count = std::min<qsizetype>(in.pick(MaxValues), values.size());
+        values.remove(0, count);
+        pyramid.dropFront(values, count);
+    }
     for (int k = 1; k <= pyramid.levelCount(); ++k)
-        FUZZ_CHECK(qsizetype(pyramid.level(k).size()) * Vexal::LinePyramid::groupSize(k) >= values.size());
+        FUZZ_CHECK(pyramid.level(k).size() * Vexal::LinePyramid::groupSize(k) >= values.size() + pyramid.leadIn(k));
     while (!in.exhausted()) {
         const qsizetype start = in.anyInt() % (MaxValues + 1);
         const qsizetype end = in.anyInt() % (MaxValues + 1);

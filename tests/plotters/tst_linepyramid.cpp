@@ -17,6 +17,25 @@ namespace {
 constexpr double Inf = std::numeric_limits<double>::infinity();
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 
+// The first, smallest, largest and last of values [begin, end), as a group holds them.
+Vexal::LinePyramid::Group scanned(const QList<double> &values, qsizetype begin, qsizetype end)
+{
+    Vexal::LinePyramid::Group g{values[begin], NaN, NaN, values[end - 1]};
+    for (qsizetype i = begin; i < end; ++i) {
+        if (std::isfinite(values[i])) {
+            g.min = std::isnan(g.min) ? values[i] : std::min(g.min, values[i]);
+            g.max = std::isnan(g.max) ? values[i] : std::max(g.max, values[i]);
+        }
+    }
+    return g;
+}
+
+bool sameGroup(const Vexal::LinePyramid::Group &a, const Vexal::LinePyramid::Group &b)
+{
+    const auto same = [](double x, double y) { return x == y || (std::isnan(x) && std::isnan(y)); };
+    return same(a.first, b.first) && same(a.min, b.min) && same(a.max, b.max) && same(a.last, b.last);
+}
+
 } // namespace
 
 class tst_LinePyramid : public QObject
@@ -32,6 +51,8 @@ private slots:
     void levelForChoosesTheDeepestGroupWithinAPixel();
     void appendEqualsABuildOfTheWholeSeries_data();
     void appendEqualsABuildOfTheWholeSeries();
+    void droppedFrontKeepsTheGroupsOfTheWholeSeries_data();
+    void droppedFrontKeepsTheGroupsOfTheWholeSeries();
 };
 
 void tst_LinePyramid::groupsHoldFirstMinMaxLast_data()
@@ -148,11 +169,75 @@ void tst_LinePyramid::appendEqualsABuildOfTheWholeSeries()
     QCOMPARE(appended.levelCount(), built.levelCount());
     for (int k = 1; k <= built.levelCount(); ++k) {
         QCOMPARE(appended.level(k).size(), built.level(k).size());
-        for (size_t j = 0; j < built.level(k).size(); ++j) {
+        for (qsizetype j = 0; j < built.level(k).size(); ++j) {
             const Vexal::LinePyramid::Group &a = appended.level(k)[j];
             const Vexal::LinePyramid::Group &b = built.level(k)[j];
             QVERIFY2(std::memcmp(&a, &b, sizeof a) == 0, qPrintable(QStringLiteral("level %1 group %2").arg(k).arg(j)));
         }
+    }
+}
+
+void tst_LinePyramid::droppedFrontKeepsTheGroupsOfTheWholeSeries_data()
+{
+    QTest::addColumn<qsizetype>("window");
+    QTest::addColumn<QList<qsizetype>>("appends");
+
+    QTest::newRow("a window slides by single values") << qsizetype(100) << QList<qsizetype>(70, 1);
+    QTest::newRow("a long window slides by chunks") << qsizetype(50000) << QList<qsizetype>(12, 7777);
+    QTest::newRow("chunks longer than the window") << qsizetype(300) << QList<qsizetype>{1000, 17, 5000};
+    QTest::newRow("a window of two values") << qsizetype(2) << QList<qsizetype>{1, 1, 64, 3};
+    QTest::newRow("a window of one value has no level") << qsizetype(1) << QList<qsizetype>{5, 1};
+}
+
+void tst_LinePyramid::droppedFrontKeepsTheGroupsOfTheWholeSeries()
+{
+    QFETCH(qsizetype, window);
+    QFETCH(QList<qsizetype>, appends);
+
+    // Fills the window, then appends and drops as a sliding window does.
+    QList<double> all = randomWalk(window, 5);
+    all[window / 2] = NaN;
+    QList<double> kept = all;
+    Vexal::LinePyramid pyramid;
+    pyramid.build(kept);
+    unsigned seed = 6;
+    for (qsizetype count : appends) {
+        const QList<double> values = randomWalk(count, seed++);
+        all += values;
+        kept += values;
+        pyramid.update(kept, kept.size() - count);
+        const qsizetype dropped = std::max<qsizetype>(kept.size() - window, 0);
+        kept.remove(0, dropped);
+        pyramid.dropFront(kept, dropped);
+    }
+    const qsizetype origin = all.size() - kept.size();
+    // Every group but a level's first equals the group of the whole series
+    // that holds the same values; the first holds the values kept of it.
+    Vexal::LinePyramid whole;
+    whole.build(all);
+    for (int k = 1; k <= pyramid.levelCount(); ++k) {
+        const qsizetype size = Vexal::LinePyramid::groupSize(k);
+        const qsizetype lead = origin % size;
+        QCOMPARE(pyramid.leadIn(k), lead);
+        QCOMPARE(pyramid.level(k).size(), (kept.size() + lead + size - 1) / size);
+        QVERIFY2(sameGroup(pyramid.level(k).first(), scanned(kept, 0, std::min(size - lead, kept.size()))),
+                 qPrintable(QStringLiteral("the first group of level %1").arg(k)));
+        for (qsizetype j = 1; j < pyramid.level(k).size(); ++j)
+            QVERIFY2(sameGroup(pyramid.level(k)[j], whole.level(k)[j + origin / size]),
+                     qPrintable(QStringLiteral("level %1 group %2").arg(k).arg(j)));
+    }
+    QVERIFY(pyramid.levelCount() == 0 ? kept.size() < 2 : pyramid.level(pyramid.levelCount()).size() == 1);
+    // Ranges still equal a plain scan of the values kept.
+    for (const auto &[first, end] : {std::pair<qsizetype, qsizetype>{0, kept.size()}, {1, kept.size() - 1},
+                                      {kept.size() / 3, kept.size() / 2 + 40}}) {
+        const qsizetype last = std::min(end, kept.size());
+        if (last <= first)
+            continue;
+        double min = 0, max = 0;
+        const bool found = pyramid.range(kept, first, last, min, max);
+        const Vexal::LinePyramid::Group expected = scanned(kept, first, last);
+        QCOMPARE(found, !std::isnan(expected.min));
+        QVERIFY(sameGroup({0, min, max, 0}, {0, expected.min, expected.max, 0}));
     }
 }
 
