@@ -73,6 +73,7 @@ private slots:
     void manyAppendsToALongSeriesShowTheNewPeaks();
     void aSlidingWindowShowsLikeItsValuesSetWhole_data();
     void aSlidingWindowShowsLikeItsValuesSetWhole();
+    void theNewestValuesOfABurstAreDrawnAtTheEndOfTheInterval();
 };
 
 void tst_AppendData::areaWidensByOneCellPerValue_data()
@@ -259,6 +260,27 @@ void tst_AppendData::aSlidingWindowShowsLikeItsValuesSetWhole()
     series->setData(QList<double>(5, 9.0) + tail);
     QByteArray where;
     QVERIFY2(samePicture(windowed, scene.grab(), where), where.constData());
+}
+
+void tst_AppendData::theNewestValuesOfABurstAreDrawnAtTheEndOfTheInterval()
+{
+    PlotterTest::failOnOpenGLErrors();
+    QuickScene scene(seriesScene("BarPlotter"));
+    QVERIFY(scene.isReady());
+    auto *chart = scene.find<IChartArea>("chart");
+    auto *series = scene.find<IPlotter>("series");
+    chart->setUpdateIntervalMs(300);
+    series->setData(QList<double>(10, 9.0));
+    scene.grab(); // the first request is drawn at once and starts the interval
+    // A burst inside the interval: only the newest values matter, and no
+    // later change comes to draw them.
+    series->setData(QList<double>(10, 5.0));
+    series->appendData({2.0});
+    series->setData(QList<double>(10, 2.0));
+    QTest::qWait(600);
+    const QImage image = scene.grab();
+    PLOTTER_COMPARE_PIXEL(image, PlotterTest::pixelOf(5.5, 1), QColor(Qt::red));
+    PLOTTER_COMPARE_PIXEL(image, PlotterTest::pixelOf(5.5, 4), background);
 }
 
 VEXAL_GL_TEST_MAIN(tst_AppendData)
