@@ -53,13 +53,14 @@ protected:
     Vexal::PeakPyramid &peaks() const;
     // The stamps of the current data, for a pyramid worked out of them.
     Vexal::DataStamps stampsFor(const Vexal::PeakPyramid &pyramid) const;
-    // The peak of items [first, last), NaN when there is none.
-    double peakIn(qsizetype first, qsizetype last) const;
+    // The peak of items [first, last), NaN when there is none; a plotter with
+    // a reduction of its own answers from it.
+    virtual double peakIn(qsizetype first, qsizetype last) const;
     // Troughs (minima) of groups of items, NaN ignored, worked out on demand
     // like the peaks: only signed views and queries for minima need them.
     double trough(int level, qsizetype group) const;
     // The trough of items [first, last), NaN when there is none.
-    double troughIn(qsizetype first, qsizetype last) const;
+    virtual double troughIn(qsizetype first, qsizetype last) const;
     // The items that rect shows along x, whatever its height.
     virtual Vexal::CellRange itemsShownBy(const QRectF &rect) const;
     // The peak of group g of 2^level items, NaN when all of them are NaN.

@@ -312,6 +312,18 @@ bool LinePlotter::valueRange(const QRectF &rect, double &minimum, double &maximu
     return !shown.isEmpty() && m_pyramid->range(m_data, shown.first, shown.last, minimum, maximum);
 }
 
+double LinePlotter::peakIn(qsizetype first, qsizetype last) const
+{
+    double minimum = 0.0, maximum = 0.0;
+    return m_pyramid->range(m_data, first, last, minimum, maximum) ? maximum : qQNaN();
+}
+
+double LinePlotter::troughIn(qsizetype first, qsizetype last) const
+{
+    double minimum = 0.0, maximum = 0.0;
+    return m_pyramid->range(m_data, first, last, minimum, maximum) ? minimum : qQNaN();
+}
+
 SInfoPoint LinePlotter::mouse_hovering(const QPointF &point) const
 {
     SInfoPoint info;

@@ -52,6 +52,10 @@ protected:
     void dataTailChanged(qsizetype firstChanged) override;
     // Drops the front of the reduction too, at a cost that follows the values dropped.
     void takeFrontDrop(const QList<double> &kept, qsizetype count) override;
+    // The peaks and troughs of the line's values come from its own
+    // reduction: the peak pyramid of bars is never built for a line.
+    double peakIn(qsizetype first, qsizetype last) const override;
+    double troughIn(qsizetype first, qsizetype last) const override;
     // The current chart's frame: the vertices of its view.
     Vexal::LineFrame &lineFrame() const;
 

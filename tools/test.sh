@@ -68,6 +68,7 @@ echo "== benchmark, short mode (no timing is asserted)"
 with_display build/bin/vexal-bench-charts --short
 with_display build/bin/vexal-bench-charts --deep --short
 with_display build/bin/vexal-bench-charts --stream --short
+with_display build/bin/vexal-bench-charts --stream-window --short
 bash tools/soak.sh 60 build
 if [[ $quick == 0 ]]; then
     # Leaks of Qt, Mesa and the X libraries are not ours; the lifetime tests
