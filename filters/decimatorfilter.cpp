@@ -31,6 +31,15 @@ void reducePairs(const T *in, T *out, qsizetype m)
         out[k] = atLeast(in[2 * k + 1], atLeast(in[2 * k], T(0)));
 }
 
+// The first cell of a level grouped in fixed pairs: the first cell below on
+// its own where its pair lost its left half (alone) or has no right half.
+template <typename T>
+T firstOfFixedPairs(const QList<T> &below, bool alone)
+{
+    const T first = atLeast(below.first(), T(0));
+    return alone || below.size() == 1 ? first : atLeast(below[1], first);
+}
+
 // Cells from..end of level from the cells below, in pairs counted from the
 // first cell ever held: with alone = 1 the first cell below is the right half
 // of a pair whose left half was dropped, so it is a group of its own, and so
@@ -41,7 +50,7 @@ void reduceFixedPairs(const QList<T> &below, QList<T> &level, int alone, qsizety
     const qsizetype n = below.size();
     level.resize((n + alone + 1) / 2);
     if (from == 0 && alone) {
-        level.first() = atLeast(below.first(), T(0));
+        level.first() = firstOfFixedPairs(below, true);
         from = 1;
     }
     const qsizetype wholePairs = (n + alone) / 2; // cells whose pair is complete
@@ -159,9 +168,7 @@ void DecimatorFilter<T>::dropFront(qsizetype count)
     for (; k < m_levels.size() && m_levels[k - 1].size() > 1; ++k) {
         QList<T> &level = m_levels[k];
         Vexal::dropFront(level, (m_origin >> k) - (before >> k));
-        const QList<T> &below = m_levels[k - 1];
-        const bool alone = ((m_origin >> (k - 1)) & 1) || below.size() == 1;
-        level.first() = alone ? atLeast(below[0], T(0)) : atLeast(below[1], atLeast(below[0], T(0)));
+        level.first() = firstOfFixedPairs(m_levels[k - 1], (m_origin >> (k - 1)) & 1);
     }
     m_levels.resize(k); // a shorter window needs fewer levels
 }

@@ -63,6 +63,24 @@ void verifyColumnsFromZero(const QImage &image, const QList<double> &values)
     }
 }
 
+// A zoomable chart named "chart" over a green background, with extra
+// properties and a plotter.
+QByteArray zoomableScene(const QByteArray &properties, const QByteArray &plotter)
+{
+    return "import QtQuick 2.15\n"
+           "import VexalPlugin 1.0\n"
+           "Rectangle {\n"
+           "    color: \"#00ff00\"\n"
+           "    ChartArea {\n"
+           "        id: chart\n"
+           "        objectName: \"chart\"\n"
+           "        anchors.fill: parent\n"
+           "        updateIntervalMs: 0\n"
+           + properties + plotter +
+           "    }\n"
+           "}\n";
+}
+
 bool isRed(const QImage &image, int x, int y)
 {
     return VexalTest::sameColor(image.pixelColor(x, y), QColor(Qt::red));
@@ -173,27 +191,14 @@ void tst_SignedValues::positiveViewsKeepBarsFromTheBottomEdge()
 void tst_SignedValues::signedLineShowsBothHalvesInASpanningChart()
 {
     PlotterTest::failOnOpenGLErrors();
-    QuickScene scene(R"(
-import QtQuick 2.15
-import VexalPlugin 1.0
-Rectangle {
-    color: "#00ff00"
-    ChartArea {
-        id: chart
-        objectName: "chart"
-        anchors.fill: parent
-        updateIntervalMs: 0
-        includeZero: false
-        LinePlotter {
-            objectName: "line"
-            chartArea: chart
-            color: "#ff0000"
-            lineWidth: 2
-            plotterArea: Qt.rect(0, 0, 1000, 0)
-        }
-    }
-}
-)");
+    QuickScene scene(zoomableScene("        includeZero: false\n",
+                                   "        LinePlotter {\n"
+                                   "            objectName: \"line\"\n"
+                                   "            chartArea: chart\n"
+                                   "            color: \"#ff0000\"\n"
+                                   "            lineWidth: 2\n"
+                                   "            plotterArea: Qt.rect(0, 0, 1000, 0)\n"
+                                   "        }\n"));
     QVERIFY(scene.isReady());
     auto *chart = scene.find<ChartArea>("chart");
     auto *line = scene.find<LinePlotter>("line");
@@ -222,25 +227,13 @@ Rectangle {
 void tst_SignedValues::switchingIncludeZeroAfterTheFirstFrameRedrawsTheBars()
 {
     PlotterTest::failOnOpenGLErrors();
-    QuickScene scene(R"(
-import QtQuick 2.15
-import VexalPlugin 1.0
-Rectangle {
-    color: "#00ff00"
-    ChartArea {
-        id: chart
-        objectName: "chart"
-        anchors.fill: parent
-        updateIntervalMs: 0
-        BarPlotter {
-            objectName: "bars"
-            chartArea: chart
-            color: "#ff0000"
-            plotterArea: Qt.rect(0, 0, 2, 0)
-        }
-    }
-}
-)");
+    QuickScene scene(zoomableScene("",
+                                   "        BarPlotter {\n"
+                                   "            objectName: \"bars\"\n"
+                                   "            chartArea: chart\n"
+                                   "            color: \"#ff0000\"\n"
+                                   "            plotterArea: Qt.rect(0, 0, 2, 0)\n"
+                                   "        }\n"));
     QVERIFY(scene.isReady());
     auto *chart = scene.find<ChartArea>("chart");
     scene.find<IPlotter>("bars")->setData({4, -4});
