@@ -20,7 +20,7 @@ QOpenGLFramebufferObject *ChartRenderer::createFramebufferObject(const QSize &si
     QOpenGLFramebufferObjectFormat format;
     format.setAttachment(QOpenGLFramebufferObject::NoAttachment);
     format.setSamples(0);
-    return new QOpenGLFramebufferObject(size, format);
+    return new QOpenGLFramebufferObject(framebufferSize.isEmpty() ? size : framebufferSize, format);
 }
 
 void ChartRenderer::synchronize(QQuickFramebufferObject *quickItem)
@@ -29,6 +29,11 @@ void ChartRenderer::synchronize(QQuickFramebufferObject *quickItem)
         item = static_cast<IChartArea *>(quickItem);
         gate = item->renderGate();
     }
+    // A resized item or a new renderScale: the framebuffer is made again
+    // before this frame draws.
+    framebufferSize = item->framebufferSize();
+    if (framebufferObject() && framebufferObject()->size() != framebufferSize)
+        invalidateFramebufferObject();
     item->synchronizePlotters();
 }
 

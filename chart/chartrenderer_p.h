@@ -27,4 +27,5 @@ public:
 private:
     IChartArea *item = nullptr;             // bound at the first synchronize; not owned
     std::shared_ptr<ChartRenderGate> gate;  // tells whether item is still alive
+    QSize framebufferSize;                  // the item's framebufferSize() at the last synchronize; empty before
 };

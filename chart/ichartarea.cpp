@@ -8,10 +8,13 @@
 #include "chart/ichartarea_p.h"
 #include "core/numeric_p.h"
 
+#include <QtCore/QDebug>
 #include <QtCore/QScopedValueRollback>
 #include <QtCore/QThread>
+#include <QtQuick/QQuickWindow>
 
 #include <algorithm>
+#include <cmath>
 
 //-----------------------------------------------------------------------------
 // [SECTION] Construction
@@ -32,6 +35,9 @@ IChartArea::IChartArea(QQuickItem *parent)
     // blur a chart placed at a fractional position) and costs a software
     // rasteriser a good part of a frame less.
     setSmooth(false);
+    // The framebuffer follows the item's size times renderScale, which the
+    // renderer checks at every frame (framebufferSize).
+    setTextureFollowsItemSize(false);
 }
 
 IChartArea::~IChartArea()
@@ -105,6 +111,35 @@ void IChartArea::setShouldUpdate(bool shouldUpdate)
 void IChartArea::setUpdateIntervalMs(uint intervalMs)
 {
     m_updateIntervalMs = intervalMs;
+}
+
+void IChartArea::setRenderScale(qreal scale)
+{
+    if (!(scale > 0.0) || !std::isfinite(scale)) {
+        qWarning().nospace() << "IChartArea::renderScale: " << scale << " is not a positive finite scale; using 1";
+        scale = 1.0;
+    }
+    if (qFuzzyCompare(m_renderScale, scale))
+        return;
+    m_renderScale = scale;
+    emit renderScaleChanged();
+    // Not throttled: an export waits for this frame.
+    update();
+}
+
+QSize IChartArea::framebufferSize() const
+{
+    const qreal ratio = window() ? window()->effectiveDevicePixelRatio() : 1.0;
+    const QSize items(qMax(1, int(width())), qMax(1, int(height())));
+    return items * (ratio * m_renderScale);
+}
+
+void IChartArea::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
+{
+    QQuickFramebufferObject::geometryChange(newGeometry, oldGeometry);
+    // A new size needs a new framebuffer, which the next frame makes.
+    if (newGeometry.size() != oldGeometry.size())
+        update();
 }
 
 //-----------------------------------------------------------------------------

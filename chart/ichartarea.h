@@ -44,6 +44,7 @@ class VEXAL_EXPORT IChartArea : public QQuickFramebufferObject
     Q_PROPERTY(QList<IPlotter *> plotter READ plotter WRITE setPlotter NOTIFY plotterChanged)
     Q_PROPERTY(bool shouldUpdate READ shouldUpdate WRITE setShouldUpdate NOTIFY shouldUpdateChanged)
     Q_PROPERTY(uint updateIntervalMs READ updateIntervalMs WRITE setUpdateIntervalMs)
+    Q_PROPERTY(qreal renderScale READ renderScale WRITE setRenderScale NOTIFY renderScaleChanged)
 
 public:
     explicit IChartArea(QQuickItem *parent = nullptr);
@@ -59,6 +60,11 @@ public:
     void setShouldUpdate(bool shouldUpdate);
     uint updateIntervalMs() const { return m_updateIntervalMs; }
     void setUpdateIntervalMs(uint intervalMs);
+    qreal renderScale() const { return m_renderScale; }
+    void setRenderScale(qreal scale);
+    // The framebuffer's size in device pixels: the item's size times the
+    // device pixel ratio and renderScale.
+    QSize framebufferSize() const;
 
     Q_INVOKABLE void addPlotter(IPlotter *plotter);
     Q_INVOKABLE void removePlotter(IPlotter *plotter);
@@ -105,10 +111,12 @@ signals:
     void plotterChanged();
     void shouldUpdateChanged();
     void adaptAreaToPlottersChanged();
+    void renderScaleChanged();
     // visibleRect() changed: chartRect here, zoomRect on a ChartArea.
     void visibleRectChanged(const QRectF &rect);
 
 protected:
+    void geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry) override;
     // Stops the renderer from calling back; every destructor of the hierarchy
     // calls it first, so no frame runs on a half-destroyed chart.
     void closeRenderGate();
@@ -128,6 +136,7 @@ private:
     QList<IPlotter *> m_plotter;              // attached plotters, in order of attachment; not owned
     bool m_shouldUpdate = true;               // false: change notifications never redraw
     uint m_updateIntervalMs = 25;             // minimum ms between accepted redraws, 0 = no throttle
+    qreal m_renderScale = 1.0;                // framebuffer pixels per device pixel (an export draws at 2, 3...); 1
     std::shared_ptr<ChartRenderGate> m_gate;  // shared with the renderer
     QRectF m_frameRect;                       // visibleRect() as captured for the frame being drawn
     QTimer m_trailingUpdate;                  // single shot: redraws once at the end of a throttled interval

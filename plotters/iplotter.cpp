@@ -475,15 +475,16 @@ const IChartArea *frameChart()
     return static_cast<const IChartArea *>(Vexal::frameOwner());
 }
 
-// The device pixels of the chart whose frame is taken: its width, its height
-// and the device pixel ratio; 0, 0, 1 outside a frame.
+// The framebuffer pixels of the chart whose frame is taken: its width, its
+// height and the pixels per logical pixel (the device pixel ratio times the
+// chart's renderScale); 0, 0, 1 outside a frame.
 std::array<double, 3> chartPixels()
 {
     const IChartArea *chart = frameChart();
     if (!chart)
         return {0.0, 0.0, 1.0};
     const QQuickWindow *window = chart->window();
-    const double ratio = window ? window->effectiveDevicePixelRatio() : 1.0;
+    const double ratio = (window ? window->effectiveDevicePixelRatio() : 1.0) * chart->renderScale();
     return {chart->width() * ratio, chart->height() * ratio, ratio};
 }
 
@@ -542,7 +543,7 @@ void IPlotter::drawRenderLayer(const SRenderLayerDefinition &layer, QOpenGLShade
     if (layer.indexAttribute != -1)
         buffer(layer.indexAttribute).bind();
     if (layer.lineWidth > 0.0f)
-        gl->glLineWidth(layer.lineWidth);
+        gl->glLineWidth(layer.lineWidth * float(currentFrame().state.pixelRatio));
     if (layer.mode & DrawFlags::Arrays) {
         gl->glDrawArrays(GLenum(layer.mode & ~DrawFlags::Arrays), layer.first, layer.count);
     } else if (layer.mode & DrawFlags::Elements) {

@@ -162,9 +162,9 @@ protected:
         QRectF plotterArea;   // the plotter area
         QRectF dataArea;      // the plotter area moved by xOffset
         QColor color;         // the plotter colour
-        double pixelWidth = 0.0; // device pixels across the chart, 0 outside a chart's frame
-        double pixelHeight = 0.0; // device pixels down the chart, 0 outside a chart's frame
-        double pixelRatio = 1.0; // device pixels per logical pixel; 1
+        double pixelWidth = 0.0; // framebuffer pixels across the chart, 0 outside a chart's frame
+        double pixelHeight = 0.0; // framebuffer pixels down the chart, 0 outside a chart's frame
+        double pixelRatio = 1.0; // framebuffer pixels per logical pixel (device ratio × renderScale); 1
     };
 
     // What one chart's frames of this plotter draw with: taken in that chart's

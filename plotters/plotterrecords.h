@@ -50,7 +50,7 @@ struct VEXAL_EXPORT SRenderLayerDefinition
     qint32 layer = 0;          // sort key within the plotter's frame (ascending)
     qint32 first = 0;          // first vertex (arrays) or byte offset into the index buffer (elements)
     qint32 count = 0;          // vertices or indices to draw; <= 0 skips the layer
-    float lineWidth = -1.0f;   // glLineWidth before the draw when > 0
+    float lineWidth = -1.0f;   // line width in logical pixels, set before the draw when > 0
     QString program;           // name of the registered shader program
     quint32 mode = 0x2004;     // GL primitive | DrawFlags; 0 skips the layer
     QList<int> attributes;     // indices into the plotter's attribute declarations

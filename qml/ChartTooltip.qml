@@ -17,7 +17,7 @@ Item {
     implicitHeight: 65
 
     layer.enabled: true
-    layer.samples: 8
+    layer.samples: 4
     layer.effect: DropShadow {
         horizontalOffset: 3
         verticalOffset: 3

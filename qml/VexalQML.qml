@@ -51,12 +51,58 @@ Item {
     implicitHeight: 200
 
     // Saves the view, on the theme's background, at upsize times its size.
+    // The view is drawn again at that size (the charts' framebuffers too), so
+    // that bars, lines and text are as sharp as on the screen, not scaled up.
     function exportImage(path, upsize = 1) {
-        saveView.scheduleUpdate()
-        saveView.grabToImage(function (result) {
-            result.saveToFile(path)
-            vexal.exportComplete(path)
-        }, Qt.size(saveView.width * upsize, saveView.height * upsize))
+        let scale = upsize
+        if (!(scale > 0) || !isFinite(scale)) {
+            console.warn("VexalQML.exportImage: upsize " + upsize + " is not a positive finite factor; using 1")
+            scale = 1
+        }
+        const size = Qt.size(Math.round(width * scale), Math.round(height * scale))
+        // The screen keeps the view as it is while the export scales it up.
+        screenCopy.scheduleUpdate()
+        exporting.busy = true
+        // A frame begun calls back before the scene is taken: the copy is
+        // taken in the first frame, the view scaled up from the second on.
+        afterFrames(2, function () {
+            exporting.scale = scale
+            setChartsRenderScale(scale)
+            // The frame after the next one has the charts drawn at that scale.
+            afterFrames(2, function () {
+                saveView.sourceRect = Qt.rect(0, 0, size.width, size.height)
+                saveView.textureSize = size
+                saveView.scheduleUpdate()
+                saveView.grabToImage(function (result) {
+                    result.saveToFile(path)
+                    exporting.scale = 1
+                    setChartsRenderScale(1)
+                    exporting.busy = false
+                    vexal.exportComplete(path)
+                }, size)
+            })
+        })
+    }
+
+    function setChartsRenderScale(scale) {
+        chart.renderScale = scale
+        navBar.navChart.renderScale = scale
+    }
+
+    // Calls callback on the GUI thread when the count-th frame from now
+    // begins, before that frame takes the scene.
+    function afterFrames(count, callback) {
+        const win = vexal.Window.window
+        const onFrame = function () {
+            if (--count > 0) {
+                win.update()
+                return
+            }
+            win.afterAnimating.disconnect(onFrame)
+            callback()
+        }
+        win.afterAnimating.connect(onFrame)
+        win.update()
     }
 
     // Seconds as text in the SI time unit that suits their magnitude.
@@ -200,274 +246,289 @@ Item {
         }
     }
 
+    // The view as exportImage draws it: its content, scaled by exporting.scale.
     Item {
-        id: root
+        id: exportFrame
         anchors.fill: parent
 
-        LinearYAxis {
-            id: linearYAxis
-            anchors.fill: chart
-            rectArea: chart.zoomRect
-            includeZero: chart.includeZero
-            axisTextFunc: Utils.format_event
-        }
-
-        Label {
-            id: titleLabel
-            objectName: "title"
-            anchors.top: parent.top
-            anchors.topMargin: 6
-            anchors.horizontalCenter: chart.horizontalCenter
-            visible: vexal.title !== ""
-            text: vexal.title
-            font.bold: true
-            color: linearXAxis.axisTextColor
-        }
-
-        Label {
-            id: yTitleLabel
-            objectName: "yTitle"
-            // Rotated about its centre, which sits in the left margin's first band.
-            x: 6 + height / 2 - width / 2
-            y: chart.y + chart.height / 2 - height / 2
-            rotation: -90
-            visible: vexal.yTitle !== ""
-            text: vexal.yTitle
-            color: linearYAxis.axisTextColor
-        }
-
-        ChartArea {
-            id: chart
-            objectName: "chart"
-            anchors.top: parent.top
-            anchors.topMargin: 12 + (titleLabel.visible ? titleLabel.height + 6 : 0)
-            anchors.left: parent.left
-            anchors.leftMargin: (linearYAxis.visible ? 60 : 12) + (yTitleLabel.visible ? yTitleLabel.height + 6 : 0)
-            anchors.right: parent.right
-            anchors.rightMargin: 12
-            anchors.bottom: navBar.top
-            anchors.bottomMargin: (linearXAxis.visible ? 36 : 12) + (xTitleLabel.visible ? xTitleLabel.height + 2 : 0)
-        }
-
-        Label {
-            id: xTitleLabel
-            objectName: "xTitle"
-            anchors.bottom: navBar.top
-            anchors.bottomMargin: 4
-            anchors.horizontalCenter: chart.horizontalCenter
-            visible: vexal.xTitle !== ""
-            text: vexal.xTitle
-            color: linearXAxis.axisTextColor
-        }
-
-        LinearXAxis {
-            id: linearXAxis
-            anchors.top: chart.bottom
-            anchors.left: chart.left
-            width: chart.width
-            rectArea: chart.zoomRect
-            axisTextFunc: vexal.format_time
-        }
-
-        NavigatorBar {
-            id: navBar
-            anchors.left: chart.left
-            anchors.right: chart.right
-            anchors.bottom: legend.top
-            anchors.bottomMargin: 6
-            height: vexal.enableNavigatorBar ? 58 : 0
-            enabled: vexal.enableNavigatorBar
-            visible: vexal.enableNavigatorBar
-            mainChartArea: chart
-            onUserZoomed: vexal.userMovedView()
-        }
-
-        HorizontalLegend {
-            id: legend
-            anchors.left: parent.left
-            anchors.right: parent.right
-            anchors.bottom: parent.bottom
-            anchors.bottomMargin: vexal.enableLegend ? 12 : 6
-            height: vexal.enableLegend ? implicitHeight : 0
-            enabled: vexal.enableLegend
-            visible: vexal.enableLegend
-            // Decorators and overlays draw in other layers and have no row. The
-            // plotter list is a list property, so it is filtered as an array.
-            plotterList: Array.from(chart.plotter).filter(p => p.drawLayer === 1)
-        }
-
-        // The overview's range under its two ends, above the legend.
         Item {
-            id: navRange
-            anchors.top: navBar.bottom
-            anchors.left: navBar.left
-            anchors.right: navBar.right
-            visible: vexal.enableNavigatorBar
+            id: root
+            anchors.fill: parent
+            // Scaled up while an export draws the view at its size.
+            transform: Scale { xScale: exporting.scale; yScale: exporting.scale }
 
-            function label(value) {
-                const format = linearXAxis.axisTextFunc
-                return format(value)
+            LinearYAxis {
+                id: linearYAxis
+                anchors.fill: chart
+                rectArea: chart.zoomRect
+                includeZero: chart.includeZero
+                axisTextFunc: Utils.format_event
             }
 
             Label {
-                objectName: "rangeStart"
+                id: titleLabel
+                objectName: "title"
+                anchors.top: parent.top
+                anchors.topMargin: 6
+                anchors.horizontalCenter: chart.horizontalCenter
+                visible: vexal.title !== ""
+                text: vexal.title
+                font.bold: true
+                color: linearXAxis.axisTextColor
+            }
+
+            Label {
+                id: yTitleLabel
+                objectName: "yTitle"
+                // Rotated about its centre, which sits in the left margin's first band.
+                x: 6 + height / 2 - width / 2
+                y: chart.y + chart.height / 2 - height / 2
+                rotation: -90
+                visible: vexal.yTitle !== ""
+                text: vexal.yTitle
+                color: linearYAxis.axisTextColor
+            }
+
+            ChartArea {
+                id: chart
+                objectName: "chart"
+                anchors.top: parent.top
+                anchors.topMargin: 12 + (titleLabel.visible ? titleLabel.height + 6 : 0)
                 anchors.left: parent.left
-                text: navRange.label(navBar.navChart.zoomRect.left)
-                color: linearXAxis.axisTextColor
+                anchors.leftMargin: (linearYAxis.visible ? 60 : 12) + (yTitleLabel.visible ? yTitleLabel.height + 6 : 0)
+                anchors.right: parent.right
+                anchors.rightMargin: 12
+                anchors.bottom: navBar.top
+                anchors.bottomMargin: (linearXAxis.visible ? 36 : 12) + (xTitleLabel.visible ? xTitleLabel.height + 2 : 0)
             }
 
             Label {
-                objectName: "rangeEnd"
-                anchors.right: parent.right
-                text: navRange.label(navBar.navChart.zoomRect.right)
+                id: xTitleLabel
+                objectName: "xTitle"
+                anchors.bottom: navBar.top
+                anchors.bottomMargin: 4
+                anchors.horizontalCenter: chart.horizontalCenter
+                visible: vexal.xTitle !== ""
+                text: vexal.xTitle
                 color: linearXAxis.axisTextColor
             }
-        }
 
-        MouseArea {
-            id: zoomMouse
-            objectName: "zoomMouse"
-
-            // Ends of the selection band and the press point, in the chart's pixels.
-            property real p1: 0
-            property real p2: 0
-            property real startMouseX: 0
-            property real startMouseY: 0
-            readonly property bool zooming: pressed && !vexal.stopZoom
-
-            anchors.fill: chart
-            hoverEnabled: true
-
-            onPressed: (mouse) => {
-                keyHandler.forceActiveFocus()
-                p1 = mouse.x
-                p2 = mouse.x
-                startMouseX = mouse.x
-                startMouseY = mouse.y
-            }
-            onPositionChanged: (mouse) => {
-                if (zooming)
-                    p2 = Utils.bound(mouse.x, 0, width)
-            }
-            onReleased: (mouse) => {
-                if (!vexal.stopZoom)
-                    vexal.zoom(vexal.gestureTo(mouse.x, mouse.y))
-                vexal.stopZoom = false
-            }
-            // A notch (120) zooms by 1.25 around the cursor; with Shift, or
-            // sideways, it pans by a tenth of the view.
-            onWheel: (wheel) => {
-                const notchesUp = wheel.angleDelta.y / 120
-                const notchesSideways = wheel.angleDelta.x / 120
-                vexal.userMovedView()
-                if (wheel.modifiers & Qt.ShiftModifier)
-                    vexal.panBy(-notchesUp * 0.1)
-                else if (notchesSideways !== 0)
-                    vexal.panBy(-notchesSideways * 0.1)
-                else
-                    vexal.zoomIn(Math.pow(1.25, notchesUp), vexal.dataXAt(wheel.x))
-            }
-        }
-
-        // A touchpad or touch screen pinch zooms around its centre.
-        PinchHandler {
-            id: pinch
-            objectName: "pinch"
-            property real lastScale: 1
-
-            target: null
-            parent: chart
-            onActiveChanged: lastScale = 1
-            onActiveScaleChanged: {
-                if (!active || !(activeScale > 0))
-                    return
-                vexal.userMovedView()
-                vexal.zoomIn(activeScale / lastScale, vexal.dataXAt(centroid.position.x))
-                lastScale = activeScale
-            }
-        }
-
-        MouseArea {
-            id: panMouse
-            property real oldFrameX: 0
-
-            anchors.fill: chart
-            acceptedButtons: Qt.MiddleButton | Qt.RightButton
-            propagateComposedEvents: true
-
-            onPressed: (mouse) => oldFrameX = mouse.x
-            onMouseXChanged: {
-                const delta = oldFrameX - mouseX
-                if (delta === 0)
-                    return
-                oldFrameX = mouseX
-                vexal.pan(delta)
-            }
-        }
-
-        Switch {
-            objectName: "followSwitch"
-            anchors.top: chart.top
-            anchors.right: chart.right
-            visible: vexal.showFollowSwitch
-            text: qsTr("Follow")
-            checked: chart.follow
-            onToggled: {
-                chart.follow = checked
-                vexal.followSuspended = false
-                // Toggling replaced the binding: the switch shows the state again.
-                checked = Qt.binding(() => chart.follow)
-            }
-        }
-
-        // Feedback of the zoom gesture under way.
-        Item {
-            id: gestureFeedback
-            readonly property string gesture: vexal.gestureTo(zoomMouse.mouseX, zoomMouse.mouseY)
-
-            anchors.fill: chart
-            visible: zoomMouse.zooming
-
-            Rectangle {
-                objectName: "selectionBand"
-                x: Math.min(zoomMouse.p1, zoomMouse.p2)
-                width: Math.abs(zoomMouse.p1 - zoomMouse.p2)
-                height: parent.height
-                color: "#4d4dc2e6"
-                visible: gestureFeedback.gesture === "Zoom Rect"
+            LinearXAxis {
+                id: linearXAxis
+                anchors.top: chart.bottom
+                anchors.left: chart.left
+                width: chart.width
+                rectArea: chart.zoomRect
+                axisTextFunc: vexal.format_time
             }
 
-            Rectangle {
-                x: zoomMouse.startMouseX - width / 2
-                y: zoomMouse.startMouseY - height / 2
-                width: 20
-                height: 20
-                color: "transparent"
-                border.color: "red"
-                border.width: 4
+            NavigatorBar {
+                id: navBar
+                anchors.left: chart.left
+                anchors.right: chart.right
+                anchors.bottom: legend.top
+                anchors.bottomMargin: 6
+                height: vexal.enableNavigatorBar ? 58 : 0
+                enabled: vexal.enableNavigatorBar
+                visible: vexal.enableNavigatorBar
+                mainChartArea: chart
+                onUserZoomed: vexal.userMovedView()
             }
 
-            Shape {
-                anchors.fill: parent
+            HorizontalLegend {
+                id: legend
+                anchors.left: parent.left
+                anchors.right: parent.right
+                anchors.bottom: parent.bottom
+                anchors.bottomMargin: vexal.enableLegend ? 12 : 6
+                height: vexal.enableLegend ? implicitHeight : 0
+                enabled: vexal.enableLegend
+                visible: vexal.enableLegend
+                // Decorators and overlays draw in other layers and have no row. The
+                // plotter list is a list property, so it is filtered as an array.
+                plotterList: Array.from(chart.plotter).filter(p => p.drawLayer === 1)
+            }
 
-                ShapePath {
-                    strokeColor: "red"
-                    strokeWidth: 4
-                    fillColor: "transparent"
-                    startX: zoomMouse.startMouseX
-                    startY: zoomMouse.startMouseY
-                    PathLine { x: zoomMouse.mouseX; y: zoomMouse.mouseY }
+            // The overview's range under its two ends, above the legend.
+            Item {
+                id: navRange
+                anchors.top: navBar.bottom
+                anchors.left: navBar.left
+                anchors.right: navBar.right
+                visible: vexal.enableNavigatorBar
+
+                function label(value) {
+                    const format = linearXAxis.axisTextFunc
+                    return format(value)
+                }
+
+                Label {
+                    objectName: "rangeStart"
+                    anchors.left: parent.left
+                    text: navRange.label(navBar.navChart.zoomRect.left)
+                    color: linearXAxis.axisTextColor
+                }
+
+                Label {
+                    objectName: "rangeEnd"
+                    anchors.right: parent.right
+                    text: navRange.label(navBar.navChart.zoomRect.right)
+                    color: linearXAxis.axisTextColor
                 }
             }
 
-            Label {
-                objectName: "gestureLabel"
-                x: zoomMouse.mouseX - width / 2
-                y: zoomMouse.mouseY - height - 8
-                text: gestureFeedback.gesture
-                color: Material.foreground
+            MouseArea {
+                id: zoomMouse
+                objectName: "zoomMouse"
+
+                // Ends of the selection band and the press point, in the chart's pixels.
+                property real p1: 0
+                property real p2: 0
+                property real startMouseX: 0
+                property real startMouseY: 0
+                readonly property bool zooming: pressed && !vexal.stopZoom
+
+                anchors.fill: chart
+                hoverEnabled: true
+
+                onPressed: (mouse) => {
+                    keyHandler.forceActiveFocus()
+                    p1 = mouse.x
+                    p2 = mouse.x
+                    startMouseX = mouse.x
+                    startMouseY = mouse.y
+                }
+                onPositionChanged: (mouse) => {
+                    if (zooming)
+                        p2 = Utils.bound(mouse.x, 0, width)
+                }
+                onReleased: (mouse) => {
+                    if (!vexal.stopZoom)
+                        vexal.zoom(vexal.gestureTo(mouse.x, mouse.y))
+                    vexal.stopZoom = false
+                }
+                // A notch (120) zooms by 1.25 around the cursor; with Shift, or
+                // sideways, it pans by a tenth of the view.
+                onWheel: (wheel) => {
+                    const notchesUp = wheel.angleDelta.y / 120
+                    const notchesSideways = wheel.angleDelta.x / 120
+                    vexal.userMovedView()
+                    if (wheel.modifiers & Qt.ShiftModifier)
+                        vexal.panBy(-notchesUp * 0.1)
+                    else if (notchesSideways !== 0)
+                        vexal.panBy(-notchesSideways * 0.1)
+                    else
+                        vexal.zoomIn(Math.pow(1.25, notchesUp), vexal.dataXAt(wheel.x))
+                }
+            }
+
+            // A touchpad or touch screen pinch zooms around its centre.
+            PinchHandler {
+                id: pinch
+                objectName: "pinch"
+                property real lastScale: 1
+
+                target: null
+                parent: chart
+                onActiveChanged: lastScale = 1
+                onActiveScaleChanged: {
+                    if (!active || !(activeScale > 0))
+                        return
+                    vexal.userMovedView()
+                    vexal.zoomIn(activeScale / lastScale, vexal.dataXAt(centroid.position.x))
+                    lastScale = activeScale
+                }
+            }
+
+            MouseArea {
+                id: panMouse
+                property real oldFrameX: 0
+
+                anchors.fill: chart
+                acceptedButtons: Qt.MiddleButton | Qt.RightButton
+                propagateComposedEvents: true
+
+                onPressed: (mouse) => oldFrameX = mouse.x
+                onMouseXChanged: {
+                    const delta = oldFrameX - mouseX
+                    if (delta === 0)
+                        return
+                    oldFrameX = mouseX
+                    vexal.pan(delta)
+                }
+            }
+
+            Switch {
+                objectName: "followSwitch"
+                anchors.top: chart.top
+                anchors.right: chart.right
+                visible: vexal.showFollowSwitch
+                text: qsTr("Follow")
+                checked: chart.follow
+                onToggled: {
+                    chart.follow = checked
+                    vexal.followSuspended = false
+                    // Toggling replaced the binding: the switch shows the state again.
+                    checked = Qt.binding(() => chart.follow)
+                }
+            }
+
+            // Feedback of the zoom gesture under way.
+            Item {
+                id: gestureFeedback
+                readonly property string gesture: vexal.gestureTo(zoomMouse.mouseX, zoomMouse.mouseY)
+
+                anchors.fill: chart
+                visible: zoomMouse.zooming
+
+                Rectangle {
+                    objectName: "selectionBand"
+                    x: Math.min(zoomMouse.p1, zoomMouse.p2)
+                    width: Math.abs(zoomMouse.p1 - zoomMouse.p2)
+                    height: parent.height
+                    color: "#4d4dc2e6"
+                    visible: gestureFeedback.gesture === "Zoom Rect"
+                }
+
+                Rectangle {
+                    x: zoomMouse.startMouseX - width / 2
+                    y: zoomMouse.startMouseY - height / 2
+                    width: 20
+                    height: 20
+                    color: "transparent"
+                    border.color: "red"
+                    border.width: 4
+                }
+
+                Shape {
+                    anchors.fill: parent
+
+                    ShapePath {
+                        strokeColor: "red"
+                        strokeWidth: 4
+                        fillColor: "transparent"
+                        startX: zoomMouse.startMouseX
+                        startY: zoomMouse.startMouseY
+                        PathLine { x: zoomMouse.mouseX; y: zoomMouse.mouseY }
+                    }
+                }
+
+                Label {
+                    objectName: "gestureLabel"
+                    x: zoomMouse.mouseX - width / 2
+                    y: zoomMouse.mouseY - height - 8
+                    text: gestureFeedback.gesture
+                    color: Material.foreground
+                }
             }
         }
+    }
+
+    // The state of an export under way.
+    QtObject {
+        id: exporting
+        property real scale: 1      // the view's scale while it is drawn for the picture; 1
+        property bool busy: false   // an export is under way: the screen shows screenCopy
     }
 
     // The picture that exportImage saves: the view over the theme's background.
@@ -475,15 +536,26 @@ Item {
         id: saveView
         width: vexal.width
         height: vexal.height
-        sourceItem: root
+        sourceItem: exportFrame
         live: false
         visible: false
-        samples: 8
+        // The view scaled up is drawn into the picture only.
+        hideSource: exporting.scale !== 1
 
         Rectangle {
             anchors.fill: parent
             z: -0.5
             color: vexal.Material.background
         }
+    }
+
+    // The view as it was before an export began, shown over it while the
+    // export draws the view scaled up.
+    ShaderEffectSource {
+        id: screenCopy
+        anchors.fill: parent
+        sourceItem: exportFrame
+        live: false
+        visible: exporting.busy
     }
 }

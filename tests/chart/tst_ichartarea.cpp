@@ -46,6 +46,9 @@ private slots:
     void chartRectSetterComparesFuzzily_data();
     void chartRectSetterComparesFuzzily();
     void flagSettersEmitOnChangeOnly();
+    void renderScaleTakesPositiveFiniteScales_data();
+    void renderScaleTakesPositiveFiniteScales();
+    void framebufferSizeFollowsTheRenderScale();
     void plotterPropertyReplacesTheListAsItIs();
     void addPlotterAttachesOnce();
     void addPlotterMovesAPlotterFromAnotherChart();
@@ -79,6 +82,7 @@ void tst_IChartArea::defaults()
     QVERIFY(chart.plotter().isEmpty());
     QCOMPARE(chart.shouldUpdate(), true);
     QCOMPARE(chart.updateIntervalMs(), 25u);
+    QCOMPARE(chart.renderScale(), 1.0);
     QCOMPARE(chart.visibleRect(), chart.chartRect());
     for (int k = 0; k < 3; ++k)
         QVERIFY(chart.layer(k).isEmpty());
@@ -124,6 +128,50 @@ void tst_IChartArea::flagSettersEmitOnChangeOnly()
     QCOMPARE(should.count(), 1);
     chart.setUpdateIntervalMs(7);
     QCOMPARE(chart.updateIntervalMs(), 7u);
+}
+
+void tst_IChartArea::renderScaleTakesPositiveFiniteScales_data()
+{
+    QTest::addColumn<double>("scale");
+    QTest::addColumn<double>("taken");
+    QTest::addColumn<QString>("warning");
+
+    QTest::newRow("twice the pixels are taken") << 2.0 << 2.0 << QString();
+    QTest::newRow("a fraction is taken") << 0.5 << 0.5 << QString();
+    QTest::newRow("zero warns and uses 1") << 0.0 << 1.0 << QStringLiteral("0");
+    QTest::newRow("a negative scale warns and uses 1") << -3.0 << 1.0 << QStringLiteral("-3");
+    QTest::newRow("NaN warns and uses 1") << qQNaN() << 1.0 << QStringLiteral("nan");
+    QTest::newRow("infinity warns and uses 1") << qInf() << 1.0 << QStringLiteral("inf");
+}
+
+void tst_IChartArea::renderScaleTakesPositiveFiniteScales()
+{
+    QFETCH(double, scale);
+    QFETCH(double, taken);
+    QFETCH(QString, warning);
+
+    IChartArea chart;
+    chart.setRenderScale(3.0);
+    QSignalSpy changed(&chart, &IChartArea::renderScaleChanged);
+    if (!warning.isEmpty())
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("IChartArea::renderScale: %1 is not a positive "
+                                                                     "finite scale; using 1").arg(warning)));
+    chart.setRenderScale(scale);
+    QCOMPARE(chart.renderScale(), taken);
+    QCOMPARE(changed.count(), 1);
+    chart.setRenderScale(taken);
+    QCOMPARE(changed.count(), 1); // the same scale again emits nothing
+}
+
+void tst_IChartArea::framebufferSizeFollowsTheRenderScale()
+{
+    IChartArea chart;
+    chart.setSize(QSizeF(200.5, 100));
+    QCOMPARE(chart.framebufferSize(), QSize(200, 100));
+    chart.setRenderScale(2.0);
+    QCOMPARE(chart.framebufferSize(), QSize(400, 200));
+    chart.setSize(QSizeF(0, 0));
+    QCOMPARE(chart.framebufferSize(), QSize(2, 2)); // never empty
 }
 
 void tst_IChartArea::plotterPropertyReplacesTheListAsItIs()

@@ -62,6 +62,19 @@ bool sameColor(const QColor &a, const QColor &b, int tolerance)
         && qAbs(a.blue() - b.blue()) <= tolerance && qAbs(a.alpha() - b.alpha()) <= tolerance;
 }
 
+bool sameImage(const QImage &a, const QImage &b, int tolerance)
+{
+    if (a.size() != b.size())
+        return false;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            if (!sameColor(a.pixelColor(x, y), b.pixelColor(x, y), tolerance))
+                return false;
+        }
+    }
+    return true;
+}
+
 QByteArray describe(const QColor &c)
 {
     return QStringLiteral("rgba(%1, %2, %3, %4)").arg(c.red()).arg(c.green()).arg(c.blue()).arg(c.alpha()).toLatin1();

@@ -45,6 +45,9 @@ private:
 
 // True when every channel differs by at most the tolerance.
 bool sameColor(const QColor &a, const QColor &b, int tolerance = 3);
+// True when both images have the same size and every pixel the same colour
+// within the tolerance.
+bool sameImage(const QImage &a, const QImage &b, int tolerance = 3);
 // Describes a colour for failure messages.
 QByteArray describe(const QColor &c);
 
