@@ -59,6 +59,12 @@ Item {
         function onChartRectChanged() { navigator.recalcWidth() }
     }
 
+    Connections {
+        target: navigator
+        // The data of the overview's own plotters grew or changed.
+        function onChartRectChanged() { navigator.recalcWidth() }
+    }
+
     Repeater {
         model: [0, flickable.height - 1]
         Rectangle {
@@ -133,6 +139,8 @@ Item {
         Binding on chartRect {
             when: !navigator.adaptAreaToPlotters
             value: flickable.mainRect
+            // Plotters listed here take over from the data rectangle they find.
+            restoreMode: Binding.RestoreNone
         }
 
         function recalcWidth() {

@@ -38,6 +38,11 @@ Item {
     // Set by Escape: the gesture under way does nothing at its release.
     property bool stopZoom: false
     property bool enableNavigatorBar: true
+    // Shows the main chart's series (the plotters that the legend lists) in
+    // the overview strip too, each drawn there at the strip's width from its
+    // own data, so that the strip follows every change of them. Plotters that
+    // the application put into refNavigator itself stay there.
+    property bool overview: false
     property bool enableLegend: true
     // Titles above the chart, under the x axis and left of the y axis; an
     // empty title takes no room.
@@ -103,6 +108,40 @@ Item {
         }
         win.afterAnimating.connect(onFrame)
         win.update()
+    }
+
+    // Lists the main chart's series in the overview while overview is on,
+    // after the plotters that the application put there.
+    function syncOverview() {
+        const nav = navBar.navChart
+        // A plotter being destroyed reads as null until every chart let it go.
+        const own = Array.from(nav.plotter).filter(p => p && !overviewState.listed.includes(p))
+        const listed = overview ? seriesOf(chart).filter(p => !own.includes(p)) : []
+        overviewState.listed = listed
+        nav.plotter = own.concat(listed)
+    }
+
+    // The plotters of a chart that draw a series (layer 1), as the legend lists them.
+    function seriesOf(chartArea) {
+        return Array.from(chartArea.plotter).filter(p => p && p.drawLayer === 1)
+    }
+
+    onOverviewChanged: syncOverview()
+    Component.onCompleted: syncOverview()
+
+    QtObject {
+        id: overviewState
+        property var listed: [] // the main chart's plotters that syncOverview put into the overview
+    }
+
+    Connections {
+        target: chart
+        function onPlotterChanged() { vexal.syncOverview() }
+    }
+
+    Connections {
+        target: navBar.navChart
+        function onPlotterChanged() { vexal.syncOverview() }
     }
 
     // Seconds as text in the SI time unit that suits their magnitude.
@@ -346,7 +385,7 @@ Item {
                 visible: vexal.enableLegend
                 // Decorators and overlays draw in other layers and have no row. The
                 // plotter list is a list property, so it is filtered as an array.
-                plotterList: Array.from(chart.plotter).filter(p => p.drawLayer === 1)
+                plotterList: vexal.seriesOf(chart)
             }
 
             // The overview's range under its two ends, above the legend.
