@@ -40,6 +40,9 @@ Item {
     readonly property real xTickOffset: Math.ceil((rectArea.x + valueOrigin) / dxTick - 1e-9) * dxTick - valueOrigin
     // NaN for a degenerate rectangle, which draws no tick.
     readonly property int xTicks: Math.floor((rectArea.width - xTickOffset + rectArea.x) / dxTick) + 1 || 0
+    readonly property int tickCount: Math.floor(Math.max(Math.min(xTicks, maxNumTick), 0))
+    // Per tick, whether its label shows (labelsThatFit).
+    readonly property var shownLabels: labelsThatFit()
 
     implicitHeight: 8 + textOffset + tickMetrics.height
 
@@ -58,6 +61,32 @@ Item {
         return format ? format(value) : format_num(value)
     }
 
+    // The first label and the last (both kept inside the axis) always show,
+    // the last unless it would touch the first; a label between them shows
+    // where it keeps a gap to the label shown before it and to the last.
+    function labelsThatFit() {
+        const gap = 4
+        const boxes = []
+        for (let i = 0; i < tickCount; ++i) {
+            const value = xTickOffset + i * dxTick
+            const textWidth = tickMetrics.advanceWidth(label(value, i))
+            const left = Utils.bound(toPixels(value - rectArea.x) - textWidth / 2, 0, width - textWidth)
+            boxes.push({ left: left, right: left + textWidth })
+        }
+        const shown = boxes.map(() => true)
+        const last = tickCount - 1
+        if (last <= 0)
+            return shown
+        shown[last] = boxes[last].left >= boxes[0].right + gap
+        let shownRight = boxes[0].right
+        for (let i = 1; i < last; ++i) {
+            shown[i] = boxes[i].left >= shownRight + gap && (!shown[last] || boxes[i].right + gap <= boxes[last].left)
+            if (shown[i])
+                shownRight = boxes[i].right
+        }
+        return shown
+    }
+
     // Maps a data span onto the axis' pixels.
     function toPixels(span) {
         return span / rectArea.width * width
@@ -74,7 +103,7 @@ Item {
 
         Repeater {
             objectName: "ticks"
-            model: Math.floor(Math.max(Math.min(xAxis.xTicks, xAxis.maxNumTick), 0))
+            model: xAxis.tickCount
 
             Rectangle {
                 required property int index
@@ -93,6 +122,7 @@ Item {
 
                     x: Utils.bound(-width / 2, -tickX, xAxis.width - tickX - width)
                     y: parent.height + xAxis.textOffset
+                    visible: xAxis.shownLabels[parent.index] !== false
                     font.pointSize: 9
                     color: xAxis.axisTextColor
                     text: xAxis.label(parent.value, parent.index)

@@ -107,6 +107,44 @@ Item {
             fuzzyCompare(last.mapToItem(axis, 0, 0).x + last.width, axis.width, 1e-9, "the last label ends at the edge")
         }
 
+        function test_x_labels_never_overlap_data() {
+            const origin = new Date(2026, 10, 22, 23, 59, 0)
+            return [
+                { tag: "short labels all show", width: 700, rect: Qt.rect(0, 0, 1000, 1), allShown: true },
+                { tag: "long numbers beside the first label moved inside give way to it",
+                  width: 528, rect: Qt.rect(10000000, 0, 1300, 1), text: v => v.toFixed(1), allShown: false },
+                { tag: "long numbers beside the last label give way to it",
+                  width: 528, rect: Qt.rect(9998700, 0, 1300, 1), text: v => v.toFixed(1), allShown: false },
+                { tag: "dated labels across midnight keep apart", width: 400, rect: Qt.rect(0, 0, 120, 1),
+                  format: "datetime", origin: origin, allShown: true },
+                { tag: "two wide labels show only the first", width: 150, rect: Qt.rect(0, 0, 1000, 1),
+                  text: v => "sample number " + v, allShown: false }
+            ]
+        }
+
+        function test_x_labels_never_overlap(row) {
+            const properties = { width: row.width, rectArea: row.rect }
+            if (row.text)
+                properties.axisTextFunc = row.text
+            if (row.format) {
+                properties.labelFormat = row.format
+                properties.timeOrigin = row.origin
+            }
+            const axis = createTemporaryObject(xAxisComponent, top, properties)
+            const labels = ticksOf(axis).map(tick => findChild(tick, "tickLabel"))
+            verify(labels.length >= 2, labels.length + " ticks")
+            verify(labels[0].visible, "the first label shows")
+            const shown = labels.filter(label => label.visible)
+            compare(shown.length === labels.length, row.allShown, shown.length + " of " + labels.length + " labels show")
+            let right = -Infinity
+            for (const label of shown) {
+                const left = label.mapToItem(axis, 0, 0).x
+                verify(left >= right + 2, label.text + " starts at " + left + ", the label before it ends at " + right)
+                verify(left >= -1e-9 && left + label.width <= axis.width + 1e-9, label.text + " inside the axis")
+                right = left + label.width
+            }
+        }
+
         function test_x_label_formats_data() {
             const origin = new Date(2026, 10, 22, 23, 59, 0)
             return [
