@@ -117,12 +117,19 @@ QRectF ChartArea::visibleRect() const
     return m_zoomRect;
 }
 
+QRectF ChartArea::valuesColumn(const QRectF &r) const
+{
+    const QRectF chart = chartRect();
+    return QRectF(r.left(), chart.top(), r.width(), chart.height());
+}
+
 void ChartArea::fitHeightFromZero(QRectF &r) const
 {
+    const QRectF column = valuesColumn(r);
     double m = 1.0;
     for (const IPlotter *p : plotter()) {
         if (p->visible())
-            m = std::max(m, p->max_in(m_zoomRect));
+            m = std::max(m, p->max_in(column));
     }
     // Plotter areas reaching below 0 (signed lines) keep their bottom.
     const double top = m * 1.05;
@@ -131,10 +138,11 @@ void ChartArea::fitHeightFromZero(QRectF &r) const
 
 bool ChartArea::fitHeightToValues(QRectF &r) const
 {
+    const QRectF column = valuesColumn(r);
     double low = qInf(), high = -qInf();
     for (const IPlotter *p : plotter()) {
         double minimum = 0.0, maximum = 0.0;
-        if (p->visible() && p->valueRange(m_zoomRect, minimum, maximum)) {
+        if (p->visible() && p->valueRange(column, minimum, maximum)) {
             low = std::min(low, minimum);
             high = std::max(high, maximum);
         }

@@ -56,12 +56,16 @@ private:
     // With follow on: moves the zoom after chartRect's right edge moved from
     // before's to where it is now.
     void followDataFrom(const QRectF &before);
-    // The zoom's vertical range from 0 (or the plotters' lowest bottom) to
-    // just above the largest visible value.
+    // The vertical range of the new zoom r from 0 (or the plotters' lowest
+    // bottom) to just above the largest value shown in r's x range.
     void fitHeightFromZero(QRectF &r) const;
-    // The zoom's vertical range around the visible values, wherever they lie;
-    // false when no visible plotter shows a finite value.
+    // The vertical range of the new zoom r around the values shown in its x
+    // range, wherever they lie; false when no visible plotter shows a finite
+    // value there.
     bool fitHeightToValues(QRectF &r) const;
+    // What the plotters are asked for the values shown in r: r's x range over
+    // the whole height of the chart.
+    QRectF valuesColumn(const QRectF &r) const;
 
     QRectF m_zoomRect{0, 0, 1, 1};                   // data rectangle shown, kept inside chartRect
     QSharedPointer<QQuickItemGrabResult> m_grabResult; // result of the last exportImage, null

@@ -58,6 +58,7 @@ private slots:
     void followMovesTheZoomWithGrowingData();
     void writtenZoomKeepsFollowOn();
     void zoomOutsideChartRectIsReplaced();
+    void signedZoomOutsideChartRectIsFittedAtOnce();
     void fixedHeightTakesChartHeight();
     void resetZoomViewShowsWholeChart();
     void visibleRectAndMappingUseTheZoom();
@@ -283,10 +284,26 @@ void tst_ChartArea::zoomOutsideChartRectIsReplaced()
     chart.lock_update(); // one step at a time
     chart.setZoomRect(QRectF(50, 0, 5, 1));
     chart.updateArea();
-    // The chart rectangle, its height from the maximum inside the old zoom (none: 1.0).
-    QCOMPARE(chart.zoomRect(), QRectF(0, 0, 10, 1.05));
+    // The chart rectangle, its height fitted at once to the values it shows:
+    // no later update is needed (none may come for data that stay as they are).
+    QCOMPARE(chart.zoomRect(), QRectF(0, 0, 10, 10.5));
     chart.updateArea();
     QCOMPARE(chart.zoomRect(), QRectF(0, 0, 10, 10.5));
+}
+
+void tst_ChartArea::signedZoomOutsideChartRectIsFittedAtOnce()
+{
+    ChartArea chart;
+    chart.setUpdateIntervalMs(0);
+    chart.setIncludeZero(false);
+    addSeries(chart, {-10, 0, 10, 30});
+    chart.lock_update();
+    chart.setZoomRect(QRectF(50, 100, 5, 1));
+    chart.updateArea();
+    QCOMPARE(chart.zoomRect().left(), 0.0);
+    QCOMPARE(chart.zoomRect().width(), 4.0);
+    QCOMPARE(chart.zoomRect().top(), -12.0);
+    QCOMPARE(chart.zoomRect().bottom(), 32.0);
 }
 
 void tst_ChartArea::fixedHeightTakesChartHeight()
