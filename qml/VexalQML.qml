@@ -309,7 +309,11 @@ Item {
                 objectName: "title"
                 anchors.top: parent.top
                 anchors.topMargin: 6
-                anchors.horizontalCenter: chart.horizontalCenter
+                // Centred over the chart, kept inside the view and elided
+                // when wider than the view.
+                width: Math.min(implicitWidth, vexal.width - 12)
+                x: Utils.bound(chart.x + (chart.width - width) / 2, 6, vexal.width - 6 - width)
+                elide: Text.ElideRight
                 visible: vexal.title !== ""
                 text: vexal.title
                 font.bold: true
@@ -396,9 +400,10 @@ Item {
                 anchors.right: navBar.right
                 visible: vexal.enableNavigatorBar
 
+                // In the x axis' label format: its text function, plain
+                // numbers or dates.
                 function label(value) {
-                    const format = linearXAxis.axisTextFunc
-                    return format(value)
+                    return linearXAxis.label(value)
                 }
 
                 Label {

@@ -245,6 +245,12 @@ Item {
             tryCompare(end, "text", "1000.00 s")
             compare(start.text, view.format_time(view.refNavigator.zoomRect.left))
             compare(end.text, view.format_time(view.refNavigator.zoomRect.right))
+            view.xAxis.labelFormat = "datetime"
+            view.xAxis.timeOrigin = new Date(2026, 10, 23, 12, 0, 0)
+            compare(start.text, "2026-11-23 12:00", "in the axis' date format")
+            compare(end.text, view.xAxis.label(view.refNavigator.zoomRect.right))
+            view.xAxis.labelFormat = "plain"
+            compare(end.text, "1000")
             view.enableNavigatorBar = false
             verify(!start.visible && !end.visible, "hidden with the navigator")
         }
