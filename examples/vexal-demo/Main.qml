@@ -74,8 +74,10 @@ ApplicationWindow {
             // ---- Live histogram: normal samples accumulate, decimated to the pixel width
             DemoView {
                 id: liveView
-                title: "Live histogram (RandomU64Data → DecimatorU64 → BarPlotter)"
+                title: "Live histogram (DecimatorU64 → BarPlotter)"
                 xLabel: value => value.toFixed(0)
+                xTitle: "bin"
+                yTitle: "count"
 
                 RandomU64Data {
                     id: live
@@ -84,31 +86,18 @@ ApplicationWindow {
                     interval: 100
                     numBin: 2048
                     area: Qt.rect(0, 0, 2048, 1)
-                    Component.onCompleted: {
-                        addFilter(liveDecimator)
-                        addFilter(liveNavDecimator)
-                    }
+                    Component.onCompleted: addFilter(liveDecimator)
                 }
                 DecimatorU64 {
                     id: liveDecimator
                     chartArea: liveView.refChartArea
                     Component.onCompleted: addPlotter(liveBars)
                 }
-                DecimatorU64 {
-                    id: liveNavDecimator
-                    chartArea: liveView.refNavigator
-                    Component.onCompleted: addPlotter(liveNavBars)
-                }
                 BarPlotter {
                     id: liveBars
                     name: "histogram"
                     color: Material.color(Material.Teal)
                     chartArea: liveView.refChartArea
-                }
-                BarPlotter {
-                    id: liveNavBars
-                    color: Material.color(Material.Teal, Material.Shade200)
-                    chartArea: liveView.refNavigator
                 }
                 BarDecorator {
                     id: decorator
@@ -128,15 +117,15 @@ ApplicationWindow {
             // ---- Ten million samples with a smoothed overlay
             DemoView {
                 id: longView
-                title: "10 000 000 samples (DecimatorU64, MovingAverageU64 → AreaPlotter)"
+                title: "10 000 000 samples, smoothed (AreaPlotter)"
                 xLabel: value => value >= 1e6 ? (value / 1e6).toFixed(2) + " M"
                                               : value >= 1e3 ? (value / 1e3).toFixed(0) + " k" : value.toFixed(0)
+                xTitle: "sample"
 
                 DemoSeries {
                     id: longSeries
                     Component.onCompleted: {
                         addFilter(longDecimator)
-                        addFilter(longNavDecimator)
                         count = 10000000
                     }
                 }
@@ -153,11 +142,6 @@ ApplicationWindow {
                     depth: 8
                     Component.onCompleted: addPlotter(smoothArea)
                 }
-                DecimatorU64 {
-                    id: longNavDecimator
-                    chartArea: longView.refNavigator
-                    Component.onCompleted: addPlotter(longNavBars)
-                }
                 BarPlotter {
                     id: longBars
                     name: "signal"
@@ -173,26 +157,21 @@ ApplicationWindow {
                     zOrder: 1
                     chartArea: longView.refChartArea
                 }
-                BarPlotter {
-                    id: longNavBars
-                    color: Material.color(Material.Indigo, Material.Shade200)
-                    chartArea: longView.refNavigator
-                }
             }
 
             // ---- A signed waveform: the y axis follows the values below 0
             DemoView {
                 id: signedView
-                title: "Signed chirp, 10 000 000 samples (LinePlotter, includeZero: false)"
+                title: "Signed chirp, 10 000 000 samples (LinePlotter)"
                 includeZero: false
                 xLabel: longView.xLabel
+                xTitle: "sample"
 
                 DemoSeries {
                     id: chirpSeries
                     shape: DemoSeries.Chirp
                     Component.onCompleted: {
                         addPlotter(chirpLine)
-                        addPlotter(chirpNavLine)
                         count = 10000000
                     }
                 }
@@ -201,12 +180,6 @@ ApplicationWindow {
                     name: "chirp"
                     color: Material.color(Material.Pink)
                     chartArea: signedView.refChartArea
-                }
-                LinePlotter {
-                    id: chirpNavLine
-                    color: Material.color(Material.Pink, Material.Shade200)
-                    lineWidth: 1
-                    chartArea: signedView.refNavigator
                 }
             }
         }
@@ -251,13 +224,17 @@ ApplicationWindow {
             // ---- A series read from a CSV file (one number a line)
             DemoView {
                 id: csvView
-                title: "CSV file (SCSVReader → BarPlotter): " + window.csvFile
+                title: "A day of readings from a CSV file (SCSVReader → BarPlotter): " + window.csvFile
+                // Readings 21.6 s apart from midnight on: the sample's 4000 lines span a day.
+                xFormat: "datetime"
+                timeOrigin: new Date(2026, 10, 23)
+                xTitle: "local time"
 
                 SCSVReader {
                     id: csv
+                    binWidth: 21.6
                     Component.onCompleted: {
                         addPlotter(csvBars)
-                        addPlotter(csvNavBars)
                         file = window.csvFile
                     }
                 }
@@ -267,11 +244,6 @@ ApplicationWindow {
                     color: Material.color(Material.Red, Material.Shade400)
                     chartArea: csvView.refChartArea
                 }
-                BarPlotter {
-                    id: csvNavBars
-                    color: Material.color(Material.Red, Material.Shade100)
-                    chartArea: csvView.refNavigator
-                }
             }
         }
     }
@@ -280,11 +252,16 @@ ApplicationWindow {
     component DemoView: Pane {
         id: pane
 
-        property alias title: heading.text
+        property alias title: view.title
         property alias refChartArea: view.refChartArea
         property alias refNavigator: view.refNavigator
         property alias refChartMouse: view.refChartMouse
         property alias includeZero: view.includeZero
+        property alias xTitle: view.xTitle
+        property alias yTitle: view.yTitle
+        // The x labels' format and, for "datetime", the time of x = 0.
+        property string xFormat: "si"
+        property date timeOrigin: new Date(0)
         // Tick label of an x value; the view's default shows seconds.
         property var xLabel: null
         default property alias tree: holder.data
@@ -297,21 +274,18 @@ ApplicationWindow {
         padding: 4
         Material.elevation: 2
 
-        Label {
-            id: heading
-            width: parent.width
-            elide: Text.ElideRight
-            font.bold: true
-        }
         VexalQML {
             id: view
             anchors.fill: parent
-            anchors.topMargin: heading.height + 2
             isYAxisLog: logScale.checked
+            // The overview strip shows the view's series.
+            overview: true
             onExportComplete: path => pane.exportComplete(path)
             Component.onCompleted: {
                 if (pane.xLabel)
                     xAxis.axisTextFunc = pane.xLabel
+                xAxis.labelFormat = pane.xFormat
+                xAxis.timeOrigin = pane.timeOrigin
             }
         }
         Item { id: holder }
