@@ -11,6 +11,10 @@ Window {
     VexalQML {
         id: view
         anchors.fill: parent
+        title: "Live histogram"
+        xTitle: "bin"
+        // The overview strip under the chart shows the bars too.
+        overview: true
 
         // A source of live data, reduced to the chart's pixel width, drawn as bars.
         RandomU64Data {
