@@ -58,35 +58,52 @@ Item {
     // Saves the view, on the theme's background, at upsize times its size.
     // The view is drawn again at that size (the charts' framebuffers too), so
     // that bars, lines and text are as sharp as on the screen, not scaled up.
+    // An export asked for while another runs follows it.
     function exportImage(path, upsize = 1) {
         let scale = upsize
         if (!(scale > 0) || !isFinite(scale)) {
             console.warn("VexalQML.exportImage: upsize " + upsize + " is not a positive finite factor; using 1")
             scale = 1
         }
-        const size = Qt.size(Math.round(width * scale), Math.round(height * scale))
+        if (!vexal.Window.window) {
+            console.warn("VexalQML.exportImage: the view is in no window; " + path + " was not written")
+            return
+        }
+        exporting.queue.push({ path: path, scale: scale })
+        if (!exporting.busy)
+            exportNext()
+    }
+
+    function exportNext() {
+        const job = exporting.queue.shift()
+        const size = Qt.size(Math.round(width * job.scale), Math.round(height * job.scale))
         // The screen keeps the view as it is while the export scales it up.
         screenCopy.scheduleUpdate()
         exporting.busy = true
         // A frame begun calls back before the scene is taken: the copy is
         // taken in the first frame, the view scaled up from the second on.
         afterFrames(2, function () {
-            exporting.scale = scale
-            setChartsRenderScale(scale)
+            exporting.scale = job.scale
+            setChartsRenderScale(job.scale)
             // The frame after the next one has the charts drawn at that scale.
             afterFrames(2, function () {
                 saveView.sourceRect = Qt.rect(0, 0, size.width, size.height)
                 saveView.textureSize = size
                 saveView.scheduleUpdate()
-                saveView.grabToImage(function (result) {
-                    result.saveToFile(path)
-                    exporting.scale = 1
-                    setChartsRenderScale(1)
-                    exporting.busy = false
-                    vexal.exportComplete(path)
-                }, size)
+                saveView.grabToImage(result => finishExport(result, job.path), size)
             })
         })
+    }
+
+    function finishExport(result, path) {
+        if (!result.saveToFile(path))
+            console.warn("VexalQML.exportImage: cannot write " + path)
+        exporting.scale = 1
+        setChartsRenderScale(1)
+        exporting.busy = false
+        vexal.exportComplete(path)
+        if (exporting.queue.length > 0)
+            exportNext()
     }
 
     function setChartsRenderScale(scale) {
@@ -573,6 +590,7 @@ Item {
         id: exporting
         property real scale: 1      // the view's scale while it is drawn for the picture; 1
         property bool busy: false   // an export is under way: the screen shows screenCopy
+        property var queue: []      // exports asked for and not begun: { path, scale }
     }
 
     // The picture that exportImage saves: the view over the theme's background.

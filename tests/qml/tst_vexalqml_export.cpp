@@ -58,11 +58,15 @@ private slots:
     void titleIsDrawnAtThePictureSize();
     void exportWarnsNothingAndLeavesTheScreenScale();
     void screenKeepsItsPictureDuringTheExport();
+    void exportsAskedTogetherAreWrittenInTurn();
+    void unwritablePathWarnsAndStillCompletes();
     void badUpsizeWarnsAndSavesAtTheViewSize_data();
     void badUpsizeWarnsAndSavesAtTheViewSize();
 
 private:
     QImage exportAt(const QVariant &upsize);
+    void askExport(const QString &path, const QVariant &upsize);
+    int barEdgesOnARow(const QImage &picture, int upsize, int *blended) const;
     QRectF chartRect() const;
 
     std::unique_ptr<VexalTest::QuickScene> m_scene;
@@ -91,10 +95,15 @@ QImage TstVexalQmlExport::exportAt(const QVariant &upsize)
 {
     const QString path = m_dir.filePath(QStringLiteral("export%1.png").arg(++m_exports));
     QSignalSpy done(m_scene->root(), SIGNAL(exportComplete(QString)));
-    QMetaObject::invokeMethod(m_scene->root(), "exportImage", Q_ARG(QVariant, path), Q_ARG(QVariant, upsize));
+    askExport(path, upsize);
     if (!done.wait(5000))
         return {};
     return QImage(path).convertToFormat(QImage::Format_RGB32);
+}
+
+void TstVexalQmlExport::askExport(const QString &path, const QVariant &upsize)
+{
+    QMetaObject::invokeMethod(m_scene->root(), "exportImage", Q_ARG(QVariant, path), Q_ARG(QVariant, upsize));
 }
 
 // The chart item's rectangle in the view's logical pixels.
@@ -141,23 +150,30 @@ void TstVexalQmlExport::barEdgesStayHardAtEveryUpsize_data()
     QTest::newRow("at three times the size") << 3;
 }
 
+// The steps between bar and background along a row through the tall bars
+// only (above 4.5, below 8.5 of the 9.45 shown), and the blended pixels there.
+int TstVexalQmlExport::barEdgesOnARow(const QImage &picture, int upsize, int *blended) const
+{
+    const QRectF chart = chartRect();
+    const int y = int((chart.top() + chart.height() * 0.25) * upsize);
+    const QRect row(int(chart.left() * upsize) + 2, y, int(chart.width() * upsize) - 4, 1);
+    *blended = blendedPixels(picture, row, BarColor, picture.pixelColor(row.left(), y));
+    int steps = 0;
+    for (int x = row.left() + 1; x <= row.right(); ++x)
+        steps += VexalTest::sameColor(picture.pixelColor(x, y), BarColor, 12)
+                 != VexalTest::sameColor(picture.pixelColor(x - 1, y), BarColor, 12);
+    return steps;
+}
+
 void TstVexalQmlExport::barEdgesStayHardAtEveryUpsize()
 {
     QFETCH(int, upsize);
     const QImage picture = exportAt(upsize);
     QVERIFY(!picture.isNull());
-    // A row through the tall bars only (above 4.5, below 8.5 of the 9.45 shown).
-    const QRectF chart = chartRect();
-    const int y = int((chart.top() + chart.height() * 0.25) * upsize);
-    const QRect row(int(chart.left() * upsize) + 2, y, int(chart.width() * upsize) - 4, 1);
-    const QColor background = picture.pixelColor(row.left(), y);
     // Eight tall bars: sixteen edges, each a step from one colour to the other.
-    int steps = 0;
-    for (int x = row.left() + 1; x <= row.right(); ++x)
-        steps += VexalTest::sameColor(picture.pixelColor(x, y), BarColor, 12)
-                 != VexalTest::sameColor(picture.pixelColor(x - 1, y), BarColor, 12);
-    QCOMPARE(steps, 16);
-    QCOMPARE(blendedPixels(picture, row, BarColor, background), 0);
+    int blended = -1;
+    QCOMPARE(barEdgesOnARow(picture, upsize, &blended), 16);
+    QCOMPARE(blended, 0);
 }
 
 void TstVexalQmlExport::titleIsDrawnAtThePictureSize()
@@ -218,6 +234,38 @@ void TstVexalQmlExport::screenKeepsItsPictureDuringTheExport()
     }
     QCOMPARE(done.size(), 1);
     QVERIFY2(scaledFrames > 0, "no frame was seen while the view was scaled up");
+}
+
+void TstVexalQmlExport::exportsAskedTogetherAreWrittenInTurn()
+{
+    QSignalSpy done(m_scene->root(), SIGNAL(exportComplete(QString)));
+    const QString twice = m_dir.filePath(QStringLiteral("twice.png"));
+    const QString once = m_dir.filePath(QStringLiteral("once.png"));
+    askExport(twice, 2);
+    askExport(once, 1);
+    QTRY_COMPARE_WITH_TIMEOUT(done.size(), 2, 5000);
+    QCOMPARE(done.at(0).at(0).toString(), twice);
+    QCOMPARE(done.at(1).at(0).toString(), once);
+    const struct { QString path; int upsize; } pictures[] = {{twice, 2}, {once, 1}};
+    for (const auto &[path, upsize] : pictures) {
+        const QImage picture = QImage(path).convertToFormat(QImage::Format_RGB32);
+        QCOMPARE(picture.size(), ViewSize * upsize);
+        int blended = -1;
+        QCOMPARE(barEdgesOnARow(picture, upsize, &blended), 16);
+        QCOMPARE(blended, 0);
+    }
+}
+
+void TstVexalQmlExport::unwritablePathWarnsAndStillCompletes()
+{
+    const QString path = QStringLiteral("/nonexistent-directory/picture.png");
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("VexalQML.exportImage: cannot write "
+                                                                         "/nonexistent-directory/picture.png$")));
+    QSignalSpy done(m_scene->root(), SIGNAL(exportComplete(QString)));
+    askExport(path, 2);
+    QVERIFY(done.wait(5000));
+    QCOMPARE(done.at(0).at(0).toString(), path);
+    QCOMPARE(m_scene->find<QObject>(QStringLiteral("chart"))->property("renderScale").toDouble(), 1.0);
 }
 
 void TstVexalQmlExport::badUpsizeWarnsAndSavesAtTheViewSize_data()

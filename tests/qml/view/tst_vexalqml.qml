@@ -289,6 +289,18 @@ Item {
             verify(nav.left <= 800 && nav.right >= 900, "the main zoom stays in view")
         }
 
+        function test_export_of_a_view_in_no_window_warns_and_does_not_complete() {
+            const loose = createTemporaryObject(viewComponent, null)
+            verify(loose !== null && loose.Window.window === null)
+            const path = Qt.application.arguments[0] + "_nowindow.png"
+            ignoreWarning("VexalQML.exportImage: the view is in no window; " + path + " was not written")
+            exportSpy.target = loose
+            exportSpy.clear()
+            loose.exportImage(path, 2)
+            wait(50)
+            compare(exportSpy.count, 0)
+        }
+
         function test_export_writes_a_picture_twice_the_size() {
             // Beside the test executable, which CTest names by its absolute path.
             const path = Qt.application.arguments[0] + "_export.png"
