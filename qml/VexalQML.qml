@@ -133,7 +133,7 @@ Item {
         const nav = navBar.navChart
         // A plotter being destroyed reads as null until every chart let it go.
         const own = Array.from(nav.plotter).filter(p => p && !overviewState.listed.includes(p))
-        const listed = overview ? seriesOf(chart).filter(p => !own.includes(p)) : []
+        const listed = overviewState.series.filter(p => !own.includes(p))
         overviewState.listed = listed
         nav.plotter = own.concat(listed)
     }
@@ -143,21 +143,21 @@ Item {
         return Array.from(chartArea.plotter).filter(p => p && p.drawLayer === 1)
     }
 
-    onOverviewChanged: syncOverview()
     Component.onCompleted: syncOverview()
 
     QtObject {
         id: overviewState
+        // The main chart's series while overview is on; follows the chart's
+        // plotter list and each plotter's drawLayer.
+        readonly property var series: vexal.overview ? vexal.seriesOf(chart) : []
         property var listed: [] // the main chart's plotters that syncOverview put into the overview
-    }
 
-    Connections {
-        target: chart
-        function onPlotterChanged() { vexal.syncOverview() }
+        onSeriesChanged: vexal.syncOverview()
     }
 
     Connections {
         target: navBar.navChart
+        // Plotters that the application put into the overview (or took out).
         function onPlotterChanged() { vexal.syncOverview() }
     }
 

@@ -102,18 +102,24 @@ Item {
         function isGreen(c) { return c.g > 0.7 && c.r < 0.35 && c.b < 0.35 }
         function isBlue(c) { return c.b > 0.7 && c.r < 0.35 && c.g < 0.35 }
 
-        // Share of the overview's top quarter, over the tall right half, that is red.
-        function redAtTheTop() {
+        // Share of the overview's top quarter, between the fractions from and
+        // to of its width, that shows the colour test accepts.
+        function topShare(from, to, test) {
             const image = grabImage(scene)
             let hits = 0
             let total = 0
             for (let y = Math.ceil(nav.height * 0.1); y < nav.height / 4; ++y) {
-                for (let x = Math.ceil(nav.width * 0.55); x < nav.width * 0.95; x += 2) {
-                    hits += isRed(stripPixel(image, x, y))
+                for (let x = Math.ceil(nav.width * from); x < nav.width * to; x += 2) {
+                    hits += test(stripPixel(image, x, y))
                     ++total
                 }
             }
             return hits / total
+        }
+
+        // Share of the overview's top quarter, over the tall right half, that is red.
+        function redAtTheTop() {
+            return topShare(0.55, 0.95, isRed)
         }
 
         function test_the_strip_stays_empty_without_overview() {
@@ -127,13 +133,26 @@ Item {
             compare(Array.from(nav.plotter), [view.bars])
             tryVerify(() => shareIn(0, 20, isRed) > 0.9, 2000, "the bars fill the strip's bottom rows")
             verify(redAtTheTop() > 0.9, "the tall bars reach the top quarter")
-            compare(shareIn(0, 20, isGreen), 0, "the overlay layer stays out of the strip")
+            compare(topShare(0.05, 0.45, isGreen), 0, "the overlay layer stays out of the strip")
             compare(view.bars.chartArea, view.refChartArea, "the bars still belong to the main chart")
         }
 
         function test_overview_set_at_creation_lists_the_series() {
             const other = createTemporaryObject(viewComponent, scene, { overview: true })
             compare(Array.from(other.refNavigator.plotter), [other.bars])
+        }
+
+        function test_a_plotter_moved_into_or_out_of_the_series_layer_follows() {
+            view.overview = true
+            view.marks.drawLayer = 1
+            const listed = Array.from(nav.plotter)
+            verify(listed.length === 2 && listed.includes(view.bars) && listed.includes(view.marks),
+                   "both series listed: " + listed)
+            // The marks stand at 9 over the low left half of the bars.
+            tryVerify(() => topShare(0.05, 0.45, isGreen) > 0.9, 2000, "the marks never showed in the strip")
+            view.marks.drawLayer = 4
+            compare(Array.from(nav.plotter), [view.bars])
+            tryVerify(() => topShare(0.05, 0.45, isGreen) === 0, 2000, "the marks stayed in the strip")
         }
 
         function test_turning_overview_off_empties_the_strip() {
