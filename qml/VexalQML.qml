@@ -112,19 +112,25 @@ Item {
     }
 
     // Calls callback on the GUI thread when the count-th frame from now
-    // begins, before that frame takes the scene.
+    // begins, before that frame takes the scene (the Connections below count
+    // them, and go with the view if it is destroyed first).
     function afterFrames(count, callback) {
-        const win = vexal.Window.window
-        const onFrame = function () {
-            if (--count > 0) {
-                win.update()
+        exporting.next = callback
+        exporting.framesLeft = count
+        vexal.Window.window.update()
+    }
+
+    Connections {
+        target: exporting.framesLeft > 0 ? vexal.Window.window : null
+        function onAfterAnimating() {
+            if (--exporting.framesLeft > 0) {
+                vexal.Window.window.update()
                 return
             }
-            win.afterAnimating.disconnect(onFrame)
-            callback()
+            const next = exporting.next
+            exporting.next = null
+            next()
         }
-        win.afterAnimating.connect(onFrame)
-        win.update()
     }
 
     // Lists the main chart's series in the overview while overview is on,
@@ -591,6 +597,8 @@ Item {
         property real scale: 1      // the view's scale while it is drawn for the picture; 1
         property bool busy: false   // an export is under way: the screen shows screenCopy
         property var queue: []      // exports asked for and not begun: { path, scale }
+        property int framesLeft: 0  // frames to begin before next is called (afterFrames)
+        property var next: null     // what afterFrames calls then
     }
 
     // The picture that exportImage saves: the view over the theme's background.
@@ -619,5 +627,16 @@ Item {
         sourceItem: exportFrame
         live: false
         visible: exporting.busy
+    }
+
+    // While an export runs, the mouse would reach the view scaled up under
+    // the copy: the clicks, drags and wheel turns of those frames are dropped.
+    MouseArea {
+        objectName: "exportMouseGuard"
+        anchors.fill: parent
+        visible: exporting.busy
+        acceptedButtons: Qt.AllButtons
+        hoverEnabled: true
+        onWheel: (wheel) => wheel.accepted = true
     }
 }

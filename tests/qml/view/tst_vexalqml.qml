@@ -289,6 +289,36 @@ Item {
             verify(nav.left <= 800 && nav.right >= 900, "the main zoom stays in view")
         }
 
+        function test_mouse_gestures_during_an_export_are_dropped() {
+            setZoom(200, 400)
+            const path = Qt.application.arguments[0] + "_guarded.png"
+            exportSpy.target = view
+            exportSpy.clear()
+            view.exportImage(path, 2)
+            drag(Qt.point(100, 100), Qt.point(300, 200))
+            mouseWheel(mouse, 200, 100, 0, 120)
+            compareZoomX(200, 400, "during the export")
+            exportSpy.wait(5000)
+            compareZoomX(200, 400, "after the export")
+            drag(Qt.point(100, 100), Qt.point(300, 200))
+            verify(chart.zoomRect.width < 400, "a drag after the export zooms again")
+        }
+
+        function test_a_view_destroyed_during_an_export_leaves_quietly() {
+            const doomed = createTemporaryObject(viewComponent, top)
+            exportSpy.target = doomed
+            exportSpy.clear()
+            doomed.exportImage(Qt.application.arguments[0] + "_doomed.png", 2)
+            doomed.destroy()
+            // Frames go on in the window (the test's view changes its zoom);
+            // none may touch the destroyed view.
+            for (let frame = 0; frame < 10; ++frame) {
+                setZoom(100 + frame, 400)
+                wait(20)
+            }
+            compare(exportSpy.count, 0)
+        }
+
         function test_export_of_a_view_in_no_window_warns_and_does_not_complete() {
             const loose = createTemporaryObject(viewComponent, null)
             verify(loose !== null && loose.Window.window === null)
