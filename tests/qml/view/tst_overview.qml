@@ -70,8 +70,8 @@ Item {
         }
 
         // The window's pixel at the overview's point (x, y). The window is
-        // grabbed whole: a grab of the overview item alone does not show
-        // what the window shows there.
+        // grabbed whole: grabImage(item) crops the window at the item's
+        // position within its parent, not within the window.
         function stripPixel(image, x, y) {
             const p = nav.mapToItem(scene, x, y)
             return image.pixel(p.x, p.y)
