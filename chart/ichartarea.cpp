@@ -127,11 +127,15 @@ void IChartArea::setRenderScale(qreal scale)
     update();
 }
 
+qreal IChartArea::pixelRatio() const
+{
+    return (window() ? window()->effectiveDevicePixelRatio() : 1.0) * m_renderScale;
+}
+
 QSize IChartArea::framebufferSize() const
 {
-    const qreal ratio = window() ? window()->effectiveDevicePixelRatio() : 1.0;
     const QSize items(qMax(1, int(width())), qMax(1, int(height())));
-    return items * (ratio * m_renderScale);
+    return items * pixelRatio();
 }
 
 void IChartArea::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)

@@ -62,8 +62,10 @@ public:
     void setUpdateIntervalMs(uint intervalMs);
     qreal renderScale() const { return m_renderScale; }
     void setRenderScale(qreal scale);
-    // The framebuffer's size in device pixels: the item's size times the
-    // device pixel ratio and renderScale.
+    // Framebuffer pixels per logical pixel: the window's device pixel ratio
+    // (1 outside a window) times renderScale.
+    qreal pixelRatio() const;
+    // The framebuffer's size: the item's size times pixelRatio().
     QSize framebufferSize() const;
 
     Q_INVOKABLE void addPlotter(IPlotter *plotter);

@@ -14,7 +14,6 @@
 #include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLFunctions>
 #include <QtOpenGL/QOpenGLShaderProgram>
-#include <QtQuick/QQuickWindow>
 
 #include <algorithm>
 #include <array>
@@ -476,15 +475,13 @@ const IChartArea *frameChart()
 }
 
 // The framebuffer pixels of the chart whose frame is taken: its width, its
-// height and the pixels per logical pixel (the device pixel ratio times the
-// chart's renderScale); 0, 0, 1 outside a frame.
+// height and its pixels per logical pixel; 0, 0, 1 outside a frame.
 std::array<double, 3> chartPixels()
 {
     const IChartArea *chart = frameChart();
     if (!chart)
         return {0.0, 0.0, 1.0};
-    const QQuickWindow *window = chart->window();
-    const double ratio = (window ? window->effectiveDevicePixelRatio() : 1.0) * chart->renderScale();
+    const double ratio = chart->pixelRatio();
     return {chart->width() * ratio, chart->height() * ratio, ratio};
 }
 
@@ -521,12 +518,12 @@ void IPlotter::render(const QRectF &area)
         if (layer.count <= 0 || layer.mode == 0)
             continue;
         if (QOpenGLShaderProgram *program = programFor(layer.program))
-            drawRenderLayer(layer, *program);
+            drawRenderLayer(layer, *program, float(record.state.pixelRatio));
     }
     Vexal::reportGlError();
 }
 
-void IPlotter::drawRenderLayer(const SRenderLayerDefinition &layer, QOpenGLShaderProgram &program)
+void IPlotter::drawRenderLayer(const SRenderLayerDefinition &layer, QOpenGLShaderProgram &program, float pixelRatio)
 {
     QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
     const auto buffer = [this](int index) -> QOpenGLBuffer & { return *m_gpuArrays->buffer(index); };
@@ -543,7 +540,7 @@ void IPlotter::drawRenderLayer(const SRenderLayerDefinition &layer, QOpenGLShade
     if (layer.indexAttribute != -1)
         buffer(layer.indexAttribute).bind();
     if (layer.lineWidth > 0.0f)
-        gl->glLineWidth(layer.lineWidth * float(currentFrame().state.pixelRatio));
+        gl->glLineWidth(layer.lineWidth * pixelRatio);
     if (layer.mode & DrawFlags::Arrays) {
         gl->glDrawArrays(GLenum(layer.mode & ~DrawFlags::Arrays), layer.first, layer.count);
     } else if (layer.mode & DrawFlags::Elements) {

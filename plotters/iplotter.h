@@ -255,7 +255,8 @@ private:
     void rebuildArrays();
     // Puts tail in place of the values from first on, under a new data stamp.
     void takeTail(qsizetype first, const QList<double> &tail);
-    void drawRenderLayer(const SRenderLayerDefinition &layer, QOpenGLShaderProgram &program);
+    // Draws one layer; line widths are scaled by the frame's pixel ratio.
+    void drawRenderLayer(const SRenderLayerDefinition &layer, QOpenGLShaderProgram &program, float pixelRatio);
 
     QString m_name;                      // legend name, empty
     QString m_legendToolTipText;         // legend tooltip, empty

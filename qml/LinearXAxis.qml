@@ -41,8 +41,8 @@ Item {
     // NaN for a degenerate rectangle, which draws no tick.
     readonly property int xTicks: Math.floor((rectArea.width - xTickOffset + rectArea.x) / dxTick) + 1 || 0
     readonly property int tickCount: Math.floor(Math.max(Math.min(xTicks, maxNumTick), 0))
-    // Per tick, whether its label shows (labelsThatFit).
-    readonly property var shownLabels: labelsThatFit()
+    // Per tick, its label's text and whether it shows (labelsThatFit).
+    readonly property var tickLabels: labelsThatFit()
 
     implicitHeight: 8 + textOffset + tickMetrics.height
 
@@ -66,25 +66,25 @@ Item {
     // where it keeps a gap to the label shown before it and to the last.
     function labelsThatFit() {
         const gap = 4
-        const boxes = []
+        const labels = []
         for (let i = 0; i < tickCount; ++i) {
             const value = xTickOffset + i * dxTick
-            const textWidth = tickMetrics.advanceWidth(label(value, i))
+            const text = label(value, i)
+            const textWidth = tickMetrics.advanceWidth(text)
             const left = Utils.bound(toPixels(value - rectArea.x) - textWidth / 2, 0, width - textWidth)
-            boxes.push({ left: left, right: left + textWidth })
+            labels.push({ text: text, shown: true, left: left, right: left + textWidth })
         }
-        const shown = boxes.map(() => true)
-        const last = tickCount - 1
-        if (last <= 0)
-            return shown
-        shown[last] = boxes[last].left >= boxes[0].right + gap
-        let shownRight = boxes[0].right
-        for (let i = 1; i < last; ++i) {
-            shown[i] = boxes[i].left >= shownRight + gap && (!shown[last] || boxes[i].right + gap <= boxes[last].left)
-            if (shown[i])
-                shownRight = boxes[i].right
+        if (tickCount < 2)
+            return labels
+        const last = labels[tickCount - 1]
+        last.shown = last.left >= labels[0].right + gap
+        let shownRight = labels[0].right
+        for (const between of labels.slice(1, -1)) {
+            between.shown = between.left >= shownRight + gap && (!last.shown || between.right + gap <= last.left)
+            if (between.shown)
+                shownRight = between.right
         }
-        return shown
+        return labels
     }
 
     // Maps a data span onto the axis' pixels.
@@ -122,10 +122,12 @@ Item {
 
                     x: Utils.bound(-width / 2, -tickX, xAxis.width - tickX - width)
                     y: parent.height + xAxis.textOffset
-                    visible: xAxis.shownLabels[parent.index] !== false
+                    // The repeater may build a tick before the labels follow its count.
+                    readonly property var tickLabel: xAxis.tickLabels[parent.index]
+                    visible: tickLabel ? tickLabel.shown : false
                     font.pointSize: 9
                     color: xAxis.axisTextColor
-                    text: xAxis.label(parent.value, parent.index)
+                    text: tickLabel ? tickLabel.text : ""
                 }
             }
         }

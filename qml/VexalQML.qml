@@ -138,27 +138,24 @@ Item {
     function syncOverview() {
         const nav = navBar.navChart
         // A plotter being destroyed reads as null until every chart let it go.
-        const own = Array.from(nav.plotter).filter(p => p && !overviewState.listed.includes(p))
-        const listed = overviewState.series.filter(p => !own.includes(p))
-        overviewState.listed = listed
+        const own = Array.from(nav.plotter).filter(p => p && !plotterLists.listed.includes(p))
+        const listed = plotterLists.forOverview.filter(p => !own.includes(p))
+        plotterLists.listed = listed
         nav.plotter = own.concat(listed)
-    }
-
-    // The plotters of a chart that draw a series (layer 1), as the legend lists them.
-    function seriesOf(chartArea) {
-        return Array.from(chartArea.plotter).filter(p => p && p.drawLayer === 1)
     }
 
     Component.onCompleted: syncOverview()
 
     QtObject {
-        id: overviewState
-        // The main chart's series while overview is on; follows the chart's
-        // plotter list and each plotter's drawLayer.
-        readonly property var series: vexal.overview ? vexal.seriesOf(chart) : []
+        id: plotterLists
+        // The main chart's plotters that draw a series (layer 1), which the
+        // legend lists; follows the plotter list and each plotter's drawLayer.
+        readonly property var chartSeries: Array.from(chart.plotter).filter(p => p && p.drawLayer === 1)
+        // The series that the overview shows too.
+        readonly property var forOverview: vexal.overview ? chartSeries : []
         property var listed: [] // the main chart's plotters that syncOverview put into the overview
 
-        onSeriesChanged: vexal.syncOverview()
+        onForOverviewChanged: vexal.syncOverview()
     }
 
     Connections {
@@ -410,9 +407,8 @@ Item {
                 height: vexal.enableLegend ? implicitHeight : 0
                 enabled: vexal.enableLegend
                 visible: vexal.enableLegend
-                // Decorators and overlays draw in other layers and have no row. The
-                // plotter list is a list property, so it is filtered as an array.
-                plotterList: vexal.seriesOf(chart)
+                // Decorators and overlays draw in other layers and have no row.
+                plotterList: plotterLists.chartSeries
             }
 
             // The overview's range under its two ends, above the legend.
@@ -423,23 +419,17 @@ Item {
                 anchors.right: navBar.right
                 visible: vexal.enableNavigatorBar
 
-                // In the x axis' label format: its text function, plain
-                // numbers or dates.
-                function label(value) {
-                    return linearXAxis.label(value)
-                }
-
                 Label {
                     objectName: "rangeStart"
                     anchors.left: parent.left
-                    text: navRange.label(navBar.navChart.zoomRect.left)
+                    text: linearXAxis.label(navBar.navChart.zoomRect.left)
                     color: linearXAxis.axisTextColor
                 }
 
                 Label {
                     objectName: "rangeEnd"
                     anchors.right: parent.right
-                    text: navRange.label(navBar.navChart.zoomRect.right)
+                    text: linearXAxis.label(navBar.navChart.zoomRect.right)
                     color: linearXAxis.axisTextColor
                 }
             }

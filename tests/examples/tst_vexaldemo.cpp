@@ -49,7 +49,6 @@ double shareOf(const QImage &image, const QRect &region, const QColor &colour, i
     return double(hits) / double(region.width() * region.height());
 }
 
-// WCAG's relative luminance of a colour.
 // A colour seen through the overview's band, 30 % of "#4dc2e6" over it.
 QColor underBand(const QColor &c)
 {
@@ -58,6 +57,7 @@ QColor underBand(const QColor &c)
     return QColor(mix(c.red(), band.red()), mix(c.green(), band.green()), mix(c.blue(), band.blue()));
 }
 
+// WCAG's relative luminance of a colour.
 double luminance(const QColor &c)
 {
     const auto channel = [](double v) { return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };

@@ -66,7 +66,12 @@ private slots:
 private:
     QImage exportAt(const QVariant &upsize);
     void askExport(const QString &path, const QVariant &upsize);
-    int barEdgesOnARow(const QImage &picture, int upsize, int *blended) const;
+    struct RowEdges
+    {
+        int steps = 0;   // changes between bar and background along the row
+        int blended = 0; // pixels that are neither
+    };
+    RowEdges barEdgesOnARow(const QImage &picture, int upsize) const;
     QRectF chartRect() const;
 
     std::unique_ptr<VexalTest::QuickScene> m_scene;
@@ -150,19 +155,19 @@ void TstVexalQmlExport::barEdgesStayHardAtEveryUpsize_data()
     QTest::newRow("at three times the size") << 3;
 }
 
-// The steps between bar and background along a row through the tall bars
-// only (above 4.5, below 8.5 of the 9.45 shown), and the blended pixels there.
-int TstVexalQmlExport::barEdgesOnARow(const QImage &picture, int upsize, int *blended) const
+// The edges along a row through the tall bars only (above 4.5, below 8.5 of
+// the 9.45 shown).
+TstVexalQmlExport::RowEdges TstVexalQmlExport::barEdgesOnARow(const QImage &picture, int upsize) const
 {
     const QRectF chart = chartRect();
     const int y = int((chart.top() + chart.height() * 0.25) * upsize);
     const QRect row(int(chart.left() * upsize) + 2, y, int(chart.width() * upsize) - 4, 1);
-    *blended = blendedPixels(picture, row, BarColor, picture.pixelColor(row.left(), y));
-    int steps = 0;
+    RowEdges edges;
+    edges.blended = blendedPixels(picture, row, BarColor, picture.pixelColor(row.left(), y));
     for (int x = row.left() + 1; x <= row.right(); ++x)
-        steps += VexalTest::sameColor(picture.pixelColor(x, y), BarColor, 12)
-                 != VexalTest::sameColor(picture.pixelColor(x - 1, y), BarColor, 12);
-    return steps;
+        edges.steps += VexalTest::sameColor(picture.pixelColor(x, y), BarColor, 12)
+                       != VexalTest::sameColor(picture.pixelColor(x - 1, y), BarColor, 12);
+    return edges;
 }
 
 void TstVexalQmlExport::barEdgesStayHardAtEveryUpsize()
@@ -171,9 +176,9 @@ void TstVexalQmlExport::barEdgesStayHardAtEveryUpsize()
     const QImage picture = exportAt(upsize);
     QVERIFY(!picture.isNull());
     // Eight tall bars: sixteen edges, each a step from one colour to the other.
-    int blended = -1;
-    QCOMPARE(barEdgesOnARow(picture, upsize, &blended), 16);
-    QCOMPARE(blended, 0);
+    const RowEdges edges = barEdgesOnARow(picture, upsize);
+    QCOMPARE(edges.steps, 16);
+    QCOMPARE(edges.blended, 0);
 }
 
 void TstVexalQmlExport::titleIsDrawnAtThePictureSize()
@@ -218,8 +223,7 @@ void TstVexalQmlExport::screenKeepsItsPictureDuringTheExport()
     const QImage before = m_scene->grab();
     const QObject *chart = m_scene->find<QObject>(QStringLiteral("chart"));
     QSignalSpy done(m_scene->root(), SIGNAL(exportComplete(QString)));
-    QMetaObject::invokeMethod(m_scene->root(), "exportImage", Q_ARG(QVariant, m_dir.filePath("during.png")),
-                              Q_ARG(QVariant, 3));
+    askExport(m_dir.filePath("during.png"), 3);
     // The copy passes through one more texture, which rounds the blends of
     // translucent edges differently; a view scaled up would move whole bars.
     int scaledFrames = 0;
@@ -250,9 +254,9 @@ void TstVexalQmlExport::exportsAskedTogetherAreWrittenInTurn()
     for (const auto &[path, upsize] : pictures) {
         const QImage picture = QImage(path).convertToFormat(QImage::Format_RGB32);
         QCOMPARE(picture.size(), ViewSize * upsize);
-        int blended = -1;
-        QCOMPARE(barEdgesOnARow(picture, upsize, &blended), 16);
-        QCOMPARE(blended, 0);
+        const RowEdges edges = barEdgesOnARow(picture, upsize);
+        QCOMPARE(edges.steps, 16);
+        QCOMPARE(edges.blended, 0);
     }
 }
 
