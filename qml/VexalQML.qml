@@ -123,6 +123,10 @@ Item {
     Connections {
         target: exporting.framesLeft > 0 ? vexal.Window.window : null
         function onAfterAnimating() {
+            // A frame that begins while the target lets go of the window
+            // may still call in: nothing waits then.
+            if (exporting.framesLeft <= 0)
+                return
             if (--exporting.framesLeft > 0) {
                 vexal.Window.window.update()
                 return
